@@ -1,0 +1,66 @@
+#include "core/Captions.h"
+
+#include "core/AppPaths.h"
+#include "core/DataGrid.h"
+
+#include <QFileInfo>
+
+namespace {
+int g_languageColumn = kLanguageGerman;
+}
+
+DataGrid& CaptionTable() {
+    static DataGrid* grid = [] {
+        auto* g = new DataGrid;
+        g->setObjectName(QStringLiteral("LbxCap"));
+        g->Tag = QStringLiteral("x");
+        return g;
+    }();
+    return *grid;
+}
+
+int LanguageColumn() { return g_languageColumn; }
+void SetLanguageColumn(int column) { g_languageColumn = column; }
+
+QString Caption(CaptionRow row) {
+    const DataGrid& t = CaptionTable();
+    if (row < 1 || row > t.Rows() || g_languageColumn < 1 || g_languageColumn > t.Cols())
+        return QString();
+    return t.CellText(row, g_languageColumn);
+}
+
+QString CaptionFilePath() {
+    for (const char* name : {"Caption.qlt", "caption.qlt"}) {
+        const QString p = AppFile(QString::fromLatin1(name));
+        if (QFileInfo(p).isFile())
+            return p;
+    }
+    return QString();
+}
+
+bool LoadCaptionTable() {
+    DataGrid& t = CaptionTable();
+    const QString path = CaptionFilePath();
+    if (path.isEmpty() || !t.LoadFile(path))
+        return false;
+    t.LockUpdate(true);
+    while (t.Cols() < kLanguageEnglish)
+        t.AddColumn(QString(), QString());
+    while (t.Rows() < kCaptionRowCount)
+        t.AddRow({});
+    for (int r = 1; r <= t.Rows(); ++r)
+        t.SetCellText(r, 1, QString::number(r));
+    SetCaptionTableHeaders();
+    t.LockUpdate(false);
+    return true;
+}
+
+void SetCaptionTableHeaders() {
+    DataGrid& t = CaptionTable();
+    if (t.Cols() < kLanguageEnglish || t.Rows() < 533)
+        return;
+    t.SetColumnCaption(1, Caption(1));
+    t.SetColumnCaption(2, Caption(533));
+    t.SetColumnCaption(3, QStringLiteral("Deutsch"));
+    t.SetColumnCaption(4, QStringLiteral("English"));
+}

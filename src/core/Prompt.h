@@ -1,0 +1,82 @@
+#pragma once
+// Prompt: the one way the logic asks or tells the user something. The window program
+// shows message boxes (src/app/MessageBoxPrompt), the command-line tool prints, and
+// tests script the answers (ScriptedPrompt).
+
+#include <QString>
+#include <QStringList>
+#include <deque>
+#include <optional>
+#include <vector>
+
+class Prompt {
+public:
+    enum class Icon { None, Information, Warning, Critical, Question };
+
+    virtual ~Prompt() = default;
+
+    // A message with an OK button.
+    virtual void Tell(const QString& text, Icon icon = Icon::Information) = 0;
+    // Yes/No; defaultYes chooses the default button. Returns true for Yes.
+    virtual bool AskYesNo(const QString& text, bool defaultYes = true, Icon icon = Icon::Question) = 0;
+    // OK/Cancel. Returns true for OK.
+    virtual bool AskOkCancel(const QString& text, Icon icon = Icon::Question) = 0;
+    // A line of text; nullopt when cancelled.
+    virtual std::optional<QString> InputBox(const QString& text, const QString& initial = QString()) = 0;
+
+    // The title every message carries.
+    static QString Title() { return QStringLiteral("Quillotune"); }
+};
+
+// For tests: answers come from a queue, everything shown is recorded.
+class ScriptedPrompt : public Prompt {
+public:
+    struct Shown {
+        QString kind; // "tell", "yesno", "okcancel", "input"
+        QString text;
+        Icon icon;
+    };
+
+    std::deque<bool> answers;          // Yes/No and OK/Cancel answers, in order
+    std::deque<std::optional<QString>> inputs;
+    bool defaultAnswer = true;         // used when the queue is empty
+    std::vector<Shown> shown;
+
+    void Tell(const QString& text, Icon icon = Icon::Information) override {
+        shown.push_back({QStringLiteral("tell"), text, icon});
+    }
+    bool AskYesNo(const QString& text, bool defaultYes = true, Icon icon = Icon::Question) override {
+        (void)defaultYes;
+        shown.push_back({QStringLiteral("yesno"), text, icon});
+        return Next();
+    }
+    bool AskOkCancel(const QString& text, Icon icon = Icon::Question) override {
+        shown.push_back({QStringLiteral("okcancel"), text, icon});
+        return Next();
+    }
+    std::optional<QString> InputBox(const QString& text, const QString& initial = QString()) override {
+        shown.push_back({QStringLiteral("input"), text, Icon::Question});
+        if (inputs.empty())
+            return initial;
+        auto v = inputs.front();
+        inputs.pop_front();
+        return v;
+    }
+
+    int Count(const QString& kind) const {
+        int n = 0;
+        for (const auto& s : shown)
+            n += s.kind == kind;
+        return n;
+    }
+    QString LastText() const { return shown.empty() ? QString() : shown.back().text; }
+
+private:
+    bool Next() {
+        if (answers.empty())
+            return defaultAnswer;
+        const bool a = answers.front();
+        answers.pop_front();
+        return a;
+    }
+};
