@@ -130,6 +130,16 @@ private slots:
         QCOMPARE(input.CellText(hitRow, InCol::Artist), QString("Queen"));
     }
 
+    void markColumnNeverSearchedAlone() {
+        ScriptedPrompt prompt;
+        ListEnv env(prompt);
+        AddInputRow(input, {{InCol::FTag, "hit"}, {InCol::FileName, "x.mp3"}});
+        FindOptions o = Opt("hit");
+        int start = InCol::FTag;
+        QCOMPARE(FindInList(input, ref, o, start, env), 0);
+        QCOMPARE(input.CellText(1, 2), QString("hit"));
+    }
+
     void allEntriesOfHistorySkipEmpty() {
         ScriptedPrompt prompt;
         ListEnv env(prompt);

@@ -98,7 +98,9 @@ int FindInList(DataGrid& lbxInput, DataGrid& lbxRef, const FindOptions& options,
         words = QStringList{options.text};
 
     std::vector<char> hit(std::size_t(rows) + 1, 0);
-    const int lastColumn = allColumns ? list.Cols() : std::min(startColumn, list.Cols());
+    // The mark column is never searched: a single column left of the first one finds nothing.
+    const int lastColumn =
+        allColumns ? list.Cols() : (startColumn <= InCol::FTag ? 0 : std::min(startColumn, list.Cols()));
     if (list.Cols() >= InCol::FTag) {
         for (const QString& word : std::as_const(words)) {
             if (word.isEmpty())
