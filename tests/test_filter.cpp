@@ -73,6 +73,11 @@ private slots:
         QCOMPARE(ColumnOfFilterIndex(56), int(InCol::DateTime));
         QCOMPARE(ColumnOfFilterIndex(57), 0);
         QCOMPARE(ColumnOfFilterIndex(-1), 0);
+        const QStringList entries = FilterColumnEntries(input);
+        QCOMPARE(entries.size(), 57);
+        QCOMPARE(entries.first(), QString("Artist"));
+        QCOMPARE(entries.at(4), QString("Tg1Genre"));
+        QCOMPARE(entries.last(), QString("DateTime"));
     }
 
     void valueListDistinctSortedNoEmpty() {

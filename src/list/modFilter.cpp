@@ -22,6 +22,15 @@ int ColumnOfFilterIndex(int index) {
     return 0;
 }
 
+QStringList FilterColumnEntries(const DataGrid& lbxInput) {
+    QStringList entries;
+    for (int i = 0; i < kFilterColumnEntries; ++i) {
+        const int col = ColumnOfFilterIndex(i);
+        entries.append(col <= lbxInput.Cols() ? lbxInput.Column(col).caption : QString());
+    }
+    return entries;
+}
+
 QStringList FilterValueList(const DataGrid& lbxInput, int column, const ListEnv& env) {
     QStringList values;
     if (column < 1 || column > lbxInput.Cols())

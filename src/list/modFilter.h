@@ -22,6 +22,9 @@ struct FilterOptions {
 // Index of cmbTab1_Filter(0) -> column of LbxInput: 0-3 -> 4-7, 4-25 -> 15-36,
 // 26-55 -> 39-68, 56 -> 71. Any other index gives 0.
 int ColumnOfFilterIndex(int index);
+constexpr int kFilterColumnEntries = 57;
+// The entries of cmbTab1_Filter(0): the header captions of the columns the indexes stand for.
+QStringList FilterColumnEntries(const DataGrid& lbxInput);
 
 // The distinct non-empty values of `column`, sorted without regard to case. One pass
 // over the rows with a hash set.
