@@ -58,9 +58,14 @@ public:
         shown.push_back({QStringLiteral("input"), text, Icon::Question});
         if (inputs.empty())
             return initial;
-        auto v = inputs.front();
+        // Taken apart by hand: copying the optional itself trips a false
+        // maybe-uninitialized warning of GCC 12 at -O2.
+        const bool given = inputs.front().has_value();
+        const QString answer = given ? *inputs.front() : QString();
         inputs.pop_front();
-        return v;
+        if (!given)
+            return std::nullopt;
+        return answer;
     }
 
     int Count(const QString& kind) const {
