@@ -1,0 +1,29 @@
+#include "app/AreaPage.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QVBoxLayout>
+
+AreaPage::AreaPage(const QString& objectName, QWidget* parent) : QWidget(parent) {
+    setObjectName(objectName);
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(12, 10, 12, 10);
+    outer->setSpacing(8);
+    m_title = new QLabel(this);
+    m_title->setObjectName(objectName + QStringLiteral("_Title"));
+    QFont f = m_title->font();
+    f.setPointSizeF(f.pointSizeF() * 1.25);
+    f.setBold(true);
+    m_title->setFont(f);
+    outer->addWidget(m_title);
+    m_body = new QVBoxLayout;
+    m_body->setSpacing(8);
+    outer->addLayout(m_body, 1);
+}
+
+void AreaPage::changeEvent(QEvent* event) {
+    // The page title follows the window title that the caption walk sets.
+    if (event->type() == QEvent::WindowTitleChange)
+        m_title->setText(windowTitle());
+    QWidget::changeEvent(event);
+}
