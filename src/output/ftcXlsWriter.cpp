@@ -16,6 +16,7 @@
 #include <QHash>
 #include <QtEndian>
 #include <algorithm>
+#include <deque>
 #include <vector>
 
 namespace {
@@ -86,6 +87,19 @@ public:
         if (m_buf.size() >= (1 << 20))
             Flush();
     }
+    // A text cell: row, column, format, index into the shared strings.
+    void LabelSst(quint16 row, quint16 col, quint16 xf, quint32 sst) {
+        char r[14];
+        qToLittleEndian<quint16>(kLabelSst, r);
+        qToLittleEndian<quint16>(10, r + 2);
+        qToLittleEndian<quint16>(row, r + 4);
+        qToLittleEndian<quint16>(col, r + 6);
+        qToLittleEndian<quint16>(xf, r + 8);
+        qToLittleEndian<quint32>(sst, r + 10);
+        m_buf.append(r, sizeof r);
+        if (m_buf.size() >= (1 << 20))
+            Flush();
+    }
     void Raw(const QByteArray& data) {
         m_buf.append(data);
         if (m_buf.size() >= (1 << 20))
@@ -118,15 +132,18 @@ private:
     bool m_ok = true;
 };
 
-// The shared string table: every distinct text once, cells refer to it by index.
+// The shared string table: every distinct text once, cells refer to it by index. The
+// table holds views: of the grid's cells (unchanged while the export runs) and of the
+// header texts it keeps itself.
 struct SharedStrings {
-    QHash<QString, quint32> index;
-    std::vector<QString> strings;
+    QHash<QStringView, quint32> index;
+    std::vector<QStringView> strings;
+    std::deque<QString> owned;
     quint32 total = 0;
     quint32 Add(QStringView s) {
         ++total;
-        const QString key = CellString(s).toString();
-        auto it = index.constFind(key);
+        const QStringView key = CellString(s);
+        const auto it = index.constFind(key);
         if (it != index.constEnd())
             return *it;
         const quint32 i = quint32(strings.size());
@@ -134,7 +151,11 @@ struct SharedStrings {
         strings.push_back(key);
         return i;
     }
-    quint32 Find(QStringView s) const { return index.value(CellString(s).toString()); }
+    quint32 Find(QStringView s) const { return index.value(CellString(s)); }
+    quint32 AddOwned(const QString& s) {
+        owned.push_back(s);
+        return Add(owned.back());
+    }
 };
 
 // SST and CONTINUE records: a string's header never splits; its characters may, and
@@ -155,7 +176,7 @@ void WriteSst(StreamOut& out, const SharedStrings& sst) {
         type = kContinue;
     };
     for (quint32 i = 0; i < count; ++i) {
-        const QString& s = sst.strings[i];
+        const QStringView s = sst.strings[i];
         const bool compressed = IsCompressible(s);
         const int charSize = compressed ? 1 : 2;
         if (rec.size() + 3 + charSize > kMaxRecordData)
@@ -176,7 +197,7 @@ void WriteSst(StreamOut& out, const SharedStrings& sst) {
                 continue;
             }
             const qsizetype n = std::min(room, s.size() - done);
-            PutChars(rec, QStringView(s).mid(done, n), compressed);
+            PutChars(rec, s.mid(done, n), compressed);
             done += n;
         }
     }
@@ -351,9 +372,10 @@ bool WriteXlsExport(const ExportTable& table, QFileDevice& dev, const QString& s
     };
 
     SharedStrings sst;
-    for (int s = 0; s < sheets; ++s)
-        for (int c = 0; c < cols && header; ++c)
-            sst.Add(table.Caption(c));
+    std::vector<quint32> captionIndex;
+    for (int c = 0; c < cols && header; ++c)
+        captionIndex.push_back(sst.AddOwned(table.Caption(c)));
+    sst.total += quint32(captionIndex.size()) * quint32(sheets - 1); // the header row on every sheet
     for (qint64 i = 0; i < lines; ++i)
         for (int c = 0; c < cols; ++c)
             if (const QStringView v = lineCell(i, c); !v.isEmpty())
@@ -436,20 +458,12 @@ bool WriteXlsExport(const ExportTable& table, QFileDevice& dev, const QString& s
         Put16(b, quint16(sheetRows ? cols : 0));
         Put16(b, 0);
         out.Record(kDimensions, b);
-        auto cell = [&](quint32 row, int col, quint16 xf, QStringView text) {
-            b.clear();
-            Put16(b, quint16(row));
-            Put16(b, quint16(col));
-            Put16(b, xf);
-            Put32(b, sst.Find(text));
-            out.Record(kLabelSst, b);
-        };
         for (int c = 0; c < cols && header; ++c)
-            cell(0, c, kXfHeader, table.Caption(c));
+            out.LabelSst(0, quint16(c), kXfHeader, captionIndex[std::size_t(c)]);
         for (qint64 i = first; i < last; ++i)
             for (int c = 0; c < cols; ++c)
                 if (const QStringView v = lineCell(i, c); !v.isEmpty())
-                    cell(quint32(header + (i - first)), c, kXfCell, v);
+                    out.LabelSst(quint16(header + (i - first)), quint16(c), kXfCell, sst.Find(v));
         b.clear();
         Put16(b, s == 0 ? 0x06B6 : 0x00B6); // grid lines, headers, zeros, outline; the first sheet shown
         Put16(b, 0);
