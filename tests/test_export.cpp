@@ -546,6 +546,44 @@ private slots:
         RememberExportFolder(Settings(), dir.filePath("preset"), "/x/y/ref.csv", ExportFolders::RefList);
         QCOMPARE(Settings().CellText(85, 2), QString("/x/y"));
     }
+    void playlistExportTakesUnmarkedRows() {
+        DataGrid playlist;
+        const char* keys[] = {"No",         "FTag",     "TF",        "FileName", "Type",         "DurationS",
+                              "DurationMS", "SizeByte", "SizeMByte", "PathFile", "PathPlaylist", "KeyInput"};
+        for (const char* k : keys)
+            playlist.AddColumn(k, QStringLiteral("Cap ") + k);
+        auto row = [&](const QString& mark, const QString& name) {
+            playlist.AddRow(
+                {"", mark, "ok", name, "MP3", "200", "03:20", "4000000", "3,815", "/music", "", ""});
+        };
+        row("x", "a.mp3");
+        row("_#-->", "b.mp3");
+        DataGrid dummy;
+        PreparePlaylistExport(playlist, "party.m3u", dummy);
+        QCOMPARE(dummy.Cols(), 5);
+        QCOMPARE(dummy.Column(1).key, QString("Path"));
+        QCOMPARE(dummy.Column(1).caption, QString("Cap PathFile"));
+        QCOMPARE(dummy.Column(2).caption, QString("Cap FileName"));
+        QCOMPARE(dummy.Column(5).caption, QString("Cap SizeMByte"));
+        // Every row marked: the title row and an empty row only.
+        QCOMPARE(dummy.Rows(), 2);
+        QCOMPARE(dummy.CellText(1, 1), QString("party.m3u"));
+        QCOMPARE(dummy.RowCells(2), QStringList(5, QString()));
+        QTemporaryDir dir;
+        QVERIFY(ExportList(dummy, dir.filePath("p.txt"), ExportFormat::Txt));
+        QCOMPARE(QString::fromUtf8(Read(dir.filePath("p.txt"))),
+                 QString("Cap PathFile\tCap FileName\tCap DurationS\tCap DurationMS\tCap SizeMByte\r\n"
+                         "party.m3u\t\t\t\t\r\n\t\t\t\t\r\n"));
+        // Unmarked rows follow in order; a second run starts afresh.
+        row("", "c.mp3");
+        PreparePlaylistExport(playlist, "party.m3u", dummy);
+        QCOMPARE(dummy.Rows(), 3);
+        QCOMPARE(dummy.RowCells(3), (QStringList{"/music", "c.mp3", "200", "03:20", "3,815"}));
+    }
+    void pictureListExportName() {
+        QCOMPARE(PictureListExportName("Bilder im Ordner  (120)"), QString("Export Bilder im Ordner"));
+        QCOMPARE(PictureListExportName("Pictures"), QString("Export Pictures"));
+    }
     void failedWriteIsReportedAndLeavesOldFile() {
         QTemporaryDir dir;
         DataGrid g;

@@ -178,3 +178,36 @@ ExportOutcome ExportDataList(const DataGrid& list, const QString& chosenPath, Da
         prompt.Tell(Caption(CapExportDone), Prompt::Icon::Information);
     return outcome;
 }
+
+void PreparePlaylistExport(const DataGrid& playlist, const QString& playlistTitle, DataGrid& dummy) {
+    // Playlist columns: 2 FTag, 4 FileName, 6 DurationS, 7 DurationMS, 9 SizeMByte, 10 PathFile.
+    struct Source {
+        const char* key;
+        int col;
+    };
+    static constexpr Source kSources[] = {{"Path", 10}, {"Titel", 4}, {"Sec", 6}, {"Time", 7}, {"Size", 9}};
+    constexpr int kFTag = 2;
+    if (dummy.Cols() == 0)
+        for (const Source& s : kSources)
+            dummy.AddColumn(QString::fromLatin1(s.key),
+                            s.col <= playlist.Cols() ? playlist.Column(s.col).caption : QString());
+    dummy.LockUpdate(true);
+    dummy.Clear();
+    dummy.AddRow({playlistTitle});
+    dummy.AddRow({});
+    QStringList cells;
+    for (int r = 1; r <= playlist.Rows(); ++r) {
+        if (!playlist.CellView(r, kFTag).isEmpty())
+            continue;
+        cells.clear();
+        for (const Source& s : kSources)
+            cells << playlist.CellText(r, s.col);
+        dummy.AddRow(cells);
+    }
+    dummy.LockUpdate(false);
+}
+
+QString PictureListExportName(const QString& gridCaption) {
+    const qsizetype paren = gridCaption.indexOf(u'(');
+    return QStringLiteral("Export ") + (paren < 0 ? gridCaption : gridCaption.left(paren)).trimmed();
+}

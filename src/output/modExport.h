@@ -98,3 +98,15 @@ struct DataListExportOptions {
 // folder (settings row 6, only without a preset) and reports unless noMsg is set.
 ExportOutcome ExportDataList(const DataGrid& list, const QString& chosenPath, DataGrid& settings,
                              const DataListExportOptions& options, Prompt& prompt);
+
+// ---- what the other lists prepare -----------------------------------------------------
+
+// The playlist is exported through the invisible grid lbxDummyPlaylist: five columns
+// (Path, Titel, Sec, Time, Size, captions from the playlist's columns 10, 4, 6, 7, 9,
+// made on the first call), a first row with the playlist's title, an empty row, then
+// every row of the playlist whose FTag is empty.
+void PreparePlaylistExport(const DataGrid& playlist, const QString& playlistTitle, DataGrid& dummy);
+
+// The default file name of the picture list's export: "Export " and the grid's caption
+// up to its first "(", trimmed.
+QString PictureListExportName(const QString& gridCaption);
