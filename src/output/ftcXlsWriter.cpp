@@ -260,6 +260,8 @@ QString SheetName(const QString& base, int number) {
         name = QStringLiteral("Export");
     const QString suffix = number > 1 ? QStringLiteral(" (%1)").arg(number) : QString();
     name.truncate(31 - suffix.size());
+    if (!name.isEmpty() && name.back().isHighSurrogate())
+        name.chop(1);
     while (name.endsWith(u'\''))
         name.chop(1);
     return name + suffix;
