@@ -136,6 +136,38 @@ if data is not None:
             depth -= 1
         pos += 4 + rlen
     assert depth == 0, 'unbalanced BOF/EOF'
+    # The shared strings: every EXTSST entry must point at the start of its string.
+    recs, pos = [], 0
+    while pos + 4 <= len(data):
+        rtype, rlen = struct.unpack_from('<HH', data, pos)
+        if rtype == 0:
+            break
+        recs.append((pos, rtype, rlen))
+        pos += 4 + rlen
+    k = next(i for i, r in enumerate(recs) if r[1] == 0x00FC)
+    chain = [recs[k]] + [r for r in recs[k + 1:k + 1 + len(recs)] if r[1] == 0x003C]
+    i, pos = 0, chain[0][0] + 4 + 8
+    end = chain[0][0] + 4 + chain[0][2]
+    starts = []
+    for n in range(struct.unpack_from('<I', data, chain[0][0] + 8)[0]):
+        if pos >= end:
+            i += 1; pos = chain[i][0] + 4; end = pos + chain[i][2]
+        starts.append((pos, pos - chain[i][0]))
+        cch, flags = struct.unpack_from('<HB', data, pos)
+        pos += 3
+        size = 2 if flags & 1 else 1
+        while True:
+            n = min((end - pos) // size, cch)
+            pos += n * size; cch -= n
+            if cch == 0:
+                break
+            i += 1; pos = chain[i][0] + 4; end = pos + chain[i][2]
+            size = 2 if data[pos] & 1 else 1
+            pos += 1
+    ext = next(r for r in recs if r[1] == 0x00FF)
+    per = struct.unpack_from('<H', data, ext[0] + 4)[0]
+    entries = [struct.unpack_from('<IH', data, ext[0] + 6 + 8 * j) for j in range((ext[2] - 2) // 8)]
+    assert entries == starts[::per], 'EXTSST does not match the strings'
 book = xlrd.open_workbook(sys.argv[1], formatting_info=True)
 out = []
 for sh in book.sheets():
