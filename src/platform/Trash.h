@@ -1,5 +1,5 @@
 #pragma once
-// The desktop's trash, after the freedesktop.org Trash specification: a trashed file
+// The desktop's trash, as freedesktop.org lays it down for all desktops: a trashed file
 // goes to "files/" of a trash folder, and "info/<name>.trashinfo" beside it records
 // where it came from and when, so that a file manager can put it back.
 //
