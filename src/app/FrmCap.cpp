@@ -94,7 +94,7 @@ FrmCap::FrmCap(QWidget* parent) : QWidget(parent, Qt::Window) {
     auto* ig = new QHBoxLayout(grpImport);
     for (int i = 0; i < 2; ++i) {
         optFrmCap_Lng[i] = new QRadioButton(grpImport);
-        optFrmCap_Lng[i]->setObjectName(QStringLiteral("optFrmCap_Lng(%1)").arg(i));
+        optFrmCap_Lng[i]->setObjectName(QStringLiteral("optFrmCap_Lng(%1)").arg(kImportSlotFirst + i));
         ig->addWidget(optFrmCap_Lng[i]);
     }
     optFrmCap_Lng[0]->setChecked(true);
@@ -150,14 +150,19 @@ void FrmCap::ApplySettings() {
     const bool quiet = State().SuppressEvents;
     State().SuppressEvents = true;
     ChbCap_ColumnHide->setChecked(SettingOn(Ini::CapColumnHide, Ini::Col1));
-    // The slot options carry the names of the languages imported into them.
+    State().SuppressEvents = quiet;
+    ApplySlotNames();
+}
+
+void FrmCap::ApplySlotNames() {
+    // A slot that holds an imported language shows its name instead of its caption.
     const DataGrid& t = CaptionTable();
     for (int i = 0; i < 2; ++i) {
         const int col = kImportSlotFirst + i;
         const QString name = col <= t.Cols() ? t.Column(col).caption : QString();
-        optFrmCap_Lng[i]->setText(name.isEmpty() ? QString::number(col) : name);
+        if (!name.isEmpty())
+            optFrmCap_Lng[i]->setText(name);
     }
-    State().SuppressEvents = quiet;
 }
 
 void FrmCap::SetCmbLanguages() {
@@ -230,14 +235,13 @@ void FrmCap::LngImport() {
         AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_ChooseSlot")), Prompt::Icon::Information);
         return;
     }
-    const QString file = pickFile(Caption(CapLanguageImportTitle), AppFile(QStringLiteral("language")),
+    const QString file = pickFile(Caption(CapImportLanguageTitle), AppFile(QStringLiteral("language")),
                                   QStringLiteral("qlt_*.lng (qlt_*.lng)"), false);
     if (file.isEmpty())
         return;
     const QString name = ImportLanguage(slot, file);
     if (name.isEmpty()) {
-        AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_ReadFailed")) + u'\n' +
-                             QDir::toNativeSeparators(file),
+        AppPrompt().Tell(Caption(CapReadFailed) + u'\n' + QDir::toNativeSeparators(file),
                          Prompt::Icon::Critical);
         return;
     }
@@ -255,17 +259,16 @@ void FrmCap::LngExport() {
         return;
     }
     const QString chosen =
-        pickFile(Caption(CapLanguageExportTitle), AppFile(QStringLiteral("language/*.lng")),
+        pickFile(Caption(CapExportLanguageTitle), AppFile(QStringLiteral("language/*.lng")),
                  QStringLiteral("(*.lng) (*.lng)"), true);
     if (chosen.isEmpty())
         return;
     const QString path = LanguageExportPath(chosen);
     if (ExportLanguage(col, path))
-        AppPrompt().Tell(Caption(CapSaved) + u'\n' + QDir::toNativeSeparators(path),
+        AppPrompt().Tell(Caption(CapTextSaved) + u'\n' + QDir::toNativeSeparators(path),
                          Prompt::Icon::Information);
     else
-        AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_WriteFailed")) + u'\n' +
-                             QDir::toNativeSeparators(path),
+        AppPrompt().Tell(Caption(CapFileSaveFailed) + u'\n' + QDir::toNativeSeparators(path),
                          Prompt::Icon::Critical);
 }
 
@@ -273,10 +276,10 @@ void FrmCap::EraseTranslation() {
     const int slot = ChosenSlot();
     if (slot == 0)
         return;
-    if (!AppPrompt().AskYesNo(Caption(CapEraseTranslationAsk), false, Prompt::Icon::Question))
+    if (!AppPrompt().AskYesNo(Caption(CapEraseTranslationQuestion), false, Prompt::Icon::Question))
         return;
     ::EraseTranslation(slot);
-    AppPrompt().Tell(Caption(CapEraseTranslationDone), Prompt::Icon::Information);
+    AppPrompt().Tell(Caption(CapTranslationErased), Prompt::Icon::Information);
     SetCmbLanguages();
     ShowColumns();
     ShowCurrentRow();
@@ -286,10 +289,9 @@ void FrmCap::EraseTranslation() {
 void FrmCap::Save() {
     CommitEdit();
     if (SaveCaptionTable())
-        AppPrompt().Tell(Caption(CapSaved), Prompt::Icon::Information);
+        AppPrompt().Tell(Caption(CapTextSaved), Prompt::Icon::Information);
     else
-        AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_WriteFailed")) + u'\n' +
-                             QDir::toNativeSeparators(CaptionFilePath()),
+        AppPrompt().Tell(Caption(CapFileSaveFailed) + u'\n' + QDir::toNativeSeparators(CaptionFilePath()),
                          Prompt::Icon::Critical);
 }
 
@@ -315,7 +317,7 @@ void FrmCap::FindFree() {
 void FrmCap::CloseWindow() {
     CommitEdit();
     if (CaptionTableChanged() &&
-        AppPrompt().AskYesNo(Caption(CapSaveChangesAsk), true, Prompt::Icon::Question))
+        AppPrompt().AskYesNo(Caption(CapCaptionsSaveQuestion), true, Prompt::Icon::Question))
         Save();
     m_closing = true;
     close();

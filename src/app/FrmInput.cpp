@@ -13,17 +13,17 @@
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
-#include "core/DataGrid.h"
 #include "core/Captions.h"
+#include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
 #include "core/Prompt.h"
 #include "list/modList.h"
 #include "list/modListColumns.h"
 
 #include <QAbstractButton>
-#include <QPushButton>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
 #include <QTabWidget>
@@ -96,6 +96,7 @@ FrmCap* FrmInput::Cap() {
         m_cap = new FrmCap(this);
         RegisterCaptionRoot(m_cap);
         SetCaptionsOf(m_cap);
+        m_cap->ApplySlotNames();
         connect(m_cap, &FrmCap::languagesChanged, this,
                 [this] { frmPreferences->SetCmbLanguages(AvailableLanguages()); });
     }
@@ -155,8 +156,10 @@ void FrmInput::LanguageChanged() {
     SetGridHeaders();
     pageData->LbxInput->SetMinWidthsFromCaptions(3);
     SetCaptions();
-    if (m_cap)
+    if (m_cap) {
         m_cap->SetCmbLanguages();
+        m_cap->ApplySlotNames();
+    }
 }
 
 QuitSteps FrmInput::QuitStepsOfWindows() {
@@ -191,7 +194,7 @@ void FrmInput::closeEvent(QCloseEvent* event) {
         return;
     }
     // Closed by the user at the window's corner.
-    if (!AppPrompt().AskYesNo(Caption(CapQuitProgram), true, Prompt::Icon::Question)) {
+    if (!AppPrompt().AskYesNo(Caption(CapQuitQuestion), true, Prompt::Icon::Question)) {
         event->ignore();
         return;
     }
