@@ -183,25 +183,19 @@ void FrmInput::ClosePrg() {
         State().SuppressEvents = quiet; // the user stays: the controls work again
 }
 
-void FrmInput::closeEvent(QCloseEvent* event) {
-    if (m_unloading) {
-        event->accept();
-        return;
-    }
-    if (!event->spontaneous()) {
-        // Closed by code or by the system: no questions.
-        event->accept();
-        return;
-    }
+bool FrmInput::FormQueryUnload(int unloadMode) {
+    if (unloadMode != 0)
+        return true; // closed by code or by the system: no questions
     // Closed by the user at the window's corner.
-    if (!AppPrompt().AskYesNo(Caption(CapQuitQuestion), true, Prompt::Icon::Question)) {
-        event->ignore();
-        return;
-    }
+    if (!AppPrompt().AskYesNo(Caption(CapQuitQuestion), true, Prompt::Icon::Question))
+        return false;
     int asked = 0;
-    if (!QuitProgram(asked, -1, AppPrompt(), QuitStepsOfWindows())) {
+    return QuitProgram(asked, -1, AppPrompt(), QuitStepsOfWindows());
+}
+
+void FrmInput::closeEvent(QCloseEvent* event) {
+    if (m_unloading || FormQueryUnload(event->spontaneous() ? 0 : 1))
+        event->accept();
+    else
         event->ignore();
-        return;
-    }
-    event->accept();
 }

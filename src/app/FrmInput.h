@@ -33,6 +33,9 @@ public:
 
     // btn2Tab1_ClosePrg: closes the program after the closing questions.
     void ClosePrg();
+    // Form_QueryUnload: unloadMode 0 = closed by the user at the window's corner (asks,
+    // then closes the program), anything else = by code or system. True: close.
+    bool FormQueryUnload(int unloadMode);
     // btnPref_Lng: the language has been set; re-labels every window and grid.
     void LanguageChanged();
 

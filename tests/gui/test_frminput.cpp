@@ -232,6 +232,31 @@ private slots:
         QVERIFY(QFile::exists(g.folder.file("lnkpic.qlt")));
     }
 
+    void cornerCloseAsksOnce() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        const QByteArray before = g.folder.Read("qlt.ini");
+        SetSetting(Ini::NoMsg, 1, QStringLiteral("1"));
+        g.prompt.answers = {false};
+        QVERIFY(!g.window->FormQueryUnload(0));
+        QCOMPARE(g.prompt.Count("yesno"), 1);
+        QCOMPARE(g.folder.Read("qlt.ini"), before);
+        QVERIFY(g.window->isVisible());
+        g.prompt.answers = {true};
+        QVERIFY(g.window->FormQueryUnload(0));
+        QCOMPARE(g.prompt.Count("yesno"), 2); // the closing routine does not ask again
+        DataGrid onDisk;
+        QVERIFY(onDisk.LoadFile(g.folder.file("qlt.ini")));
+        QCOMPARE(onDisk.CellText(Ini::NoMsg, 1), QStringLiteral("1"));
+    }
+
+    void systemCloseAsksNothing() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QVERIFY(g.window->FormQueryUnload(1));
+        QVERIFY(g.prompt.shown.empty());
+    }
+
     void closedByCodeAsksNothing() {
         GuiProgram g;
         QVERIFY(g.Start());
