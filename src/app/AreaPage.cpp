@@ -15,10 +15,16 @@ AreaPage::AreaPage(const QString& objectName, QWidget* parent) : QWidget(parent)
     f.setPointSizeF(f.pointSizeF() * 1.25);
     f.setBold(true);
     m_title->setFont(f);
+    m_title->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     outer->addWidget(m_title);
-    m_body = new QVBoxLayout;
+    // The body is a widget that takes all the room, so that the title stays on top
+    // even while an area has no controls yet.
+    auto* bodyWidget = new QWidget(this);
+    bodyWidget->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    m_body = new QVBoxLayout(bodyWidget);
+    m_body->setContentsMargins(0, 0, 0, 0);
     m_body->setSpacing(8);
-    outer->addLayout(m_body, 1);
+    outer->addWidget(bodyWidget, 1);
 }
 
 void AreaPage::changeEvent(QEvent* event) {

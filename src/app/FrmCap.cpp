@@ -94,7 +94,7 @@ FrmCap::FrmCap(QWidget* parent) : QWidget(parent, Qt::Window) {
     auto* ig = new QHBoxLayout(grpImport);
     for (int i = 0; i < 2; ++i) {
         optFrmCap_Lng[i] = new QRadioButton(grpImport);
-        optFrmCap_Lng[i]->setObjectName(QStringLiteral("optFrmCap_Lng(%1)").arg(i));
+        optFrmCap_Lng[i]->setObjectName(QStringLiteral("optFrmCap_Lng(%1)").arg(kImportSlotFirst + i));
         ig->addWidget(optFrmCap_Lng[i]);
     }
     optFrmCap_Lng[0]->setChecked(true);
@@ -150,14 +150,19 @@ void FrmCap::ApplySettings() {
     const bool quiet = State().SuppressEvents;
     State().SuppressEvents = true;
     ChbCap_ColumnHide->setChecked(SettingOn(Ini::CapColumnHide, Ini::Col1));
-    // The slot options carry the names of the languages imported into them.
+    State().SuppressEvents = quiet;
+    ApplySlotNames();
+}
+
+void FrmCap::ApplySlotNames() {
+    // A slot that holds an imported language shows its name instead of its caption.
     const DataGrid& t = CaptionTable();
     for (int i = 0; i < 2; ++i) {
         const int col = kImportSlotFirst + i;
         const QString name = col <= t.Cols() ? t.Column(col).caption : QString();
-        optFrmCap_Lng[i]->setText(name.isEmpty() ? QString::number(col) : name);
+        if (!name.isEmpty())
+            optFrmCap_Lng[i]->setText(name);
     }
-    State().SuppressEvents = quiet;
 }
 
 void FrmCap::SetCmbLanguages() {
@@ -236,8 +241,7 @@ void FrmCap::LngImport() {
         return;
     const QString name = ImportLanguage(slot, file);
     if (name.isEmpty()) {
-        AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_ReadFailed")) + u'\n' +
-                             QDir::toNativeSeparators(file),
+        AppPrompt().Tell(Caption(CapReadFailed) + u'\n' + QDir::toNativeSeparators(file),
                          Prompt::Icon::Critical);
         return;
     }
@@ -261,11 +265,10 @@ void FrmCap::LngExport() {
         return;
     const QString path = LanguageExportPath(chosen);
     if (ExportLanguage(col, path))
-        AppPrompt().Tell(Caption(CapLanguageExported) + u'\n' + QDir::toNativeSeparators(path),
+        AppPrompt().Tell(Caption(CapTextSaved) + u'\n' + QDir::toNativeSeparators(path),
                          Prompt::Icon::Information);
     else
-        AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_WriteFailed")) + u'\n' +
-                             QDir::toNativeSeparators(path),
+        AppPrompt().Tell(Caption(CapFileSaveFailed) + u'\n' + QDir::toNativeSeparators(path),
                          Prompt::Icon::Critical);
 }
 
@@ -286,10 +289,9 @@ void FrmCap::EraseTranslation() {
 void FrmCap::Save() {
     CommitEdit();
     if (SaveCaptionTable())
-        AppPrompt().Tell(Caption(CapCaptionsSaved), Prompt::Icon::Information);
+        AppPrompt().Tell(Caption(CapTextSaved), Prompt::Icon::Information);
     else
-        AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_WriteFailed")) + u'\n' +
-                             QDir::toNativeSeparators(CaptionFilePath()),
+        AppPrompt().Tell(Caption(CapFileSaveFailed) + u'\n' + QDir::toNativeSeparators(CaptionFilePath()),
                          Prompt::Icon::Critical);
 }
 

@@ -26,6 +26,7 @@ public:
     std::function<QString(const QString&, const QString&, const QString&, bool)> pickFile;
 
     void SetCmbLanguages(); // refills cmbFrmCap_Lng
+    void ApplySlotNames();  // after a caption walk: the slots show their languages
     int ChosenColumn() const;
     int ReferenceColumn() const;
     int ChosenSlot() const; // 5 or 6 by optFrmCap_Lng, 0 when none is set

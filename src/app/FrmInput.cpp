@@ -13,17 +13,17 @@
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
-#include "core/DataGrid.h"
 #include "core/Captions.h"
+#include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
 #include "core/Prompt.h"
 #include "list/modList.h"
 #include "list/modListColumns.h"
 
 #include <QAbstractButton>
-#include <QPushButton>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
 #include <QTabWidget>
@@ -96,6 +96,7 @@ FrmCap* FrmInput::Cap() {
         m_cap = new FrmCap(this);
         RegisterCaptionRoot(m_cap);
         SetCaptionsOf(m_cap);
+        m_cap->ApplySlotNames();
         connect(m_cap, &FrmCap::languagesChanged, this,
                 [this] { frmPreferences->SetCmbLanguages(AvailableLanguages()); });
     }
@@ -114,10 +115,7 @@ StartupSteps FrmInput::Steps() {
     s.selectFirstMainTab = [this] { TabInput->setCurrentIndex(0); };
     s.defineGrids = [this] { pageData->DefineColumns(); };
     s.setCaptions = [] { SetCaptions(); };
-    s.applySettings = [this] {
-        pageData->ApplySettings();
-        frmPreferences->ApplySettings();
-    };
+    s.applySettings = [this] { ApplySettings(); };
     s.resetTabsAndRedraw = [this] {
         TabInput->setCurrentIndex(0);
         pageData->TabInput1_Sub1->setCurrentIndex(0);
@@ -142,6 +140,12 @@ StartupSteps FrmInput::Steps() {
     return s;
 }
 
+void FrmInput::ApplySettings() {
+    // The defaults that are pure data (row 27) were taken by the start-up before this.
+    pageData->ApplySettings();
+    frmPreferences->ApplySettings();
+}
+
 StartCheck FrmInput::FormLoad(Prompt& prompt) {
     return StartProgram(prompt, Steps());
 }
@@ -155,8 +159,10 @@ void FrmInput::LanguageChanged() {
     SetGridHeaders();
     pageData->LbxInput->SetMinWidthsFromCaptions(3);
     SetCaptions();
-    if (m_cap)
+    if (m_cap) {
         m_cap->SetCmbLanguages();
+        m_cap->ApplySlotNames();
+    }
 }
 
 QuitSteps FrmInput::QuitStepsOfWindows() {
@@ -180,25 +186,19 @@ void FrmInput::ClosePrg() {
         State().SuppressEvents = quiet; // the user stays: the controls work again
 }
 
-void FrmInput::closeEvent(QCloseEvent* event) {
-    if (m_unloading) {
-        event->accept();
-        return;
-    }
-    if (!event->spontaneous()) {
-        // Closed by code or by the system: no questions.
-        event->accept();
-        return;
-    }
+bool FrmInput::FormQueryUnload(int unloadMode) {
+    if (unloadMode != 0)
+        return true; // closed by code or by the system: no questions
     // Closed by the user at the window's corner.
-    if (!AppPrompt().AskYesNo(Caption(CapQuitQuestion), true, Prompt::Icon::Question)) {
-        event->ignore();
-        return;
-    }
+    if (!AppPrompt().AskYesNo(Caption(CapQuitQuestion), true, Prompt::Icon::Question))
+        return false;
     int asked = 0;
-    if (!QuitProgram(asked, -1, AppPrompt(), QuitStepsOfWindows())) {
+    return QuitProgram(asked, -1, AppPrompt(), QuitStepsOfWindows());
+}
+
+void FrmInput::closeEvent(QCloseEvent* event) {
+    if (m_unloading || FormQueryUnload(event->spontaneous() ? 0 : 1))
+        event->accept();
+    else
         event->ignore();
-        return;
-    }
-    event->accept();
 }

@@ -31,8 +31,13 @@ public:
     // (its message has been shown; no window is shown then).
     StartCheck FormLoad(Prompt& prompt);
 
+    // Puts the settings into the controls of all areas (start-up step 8).
+    void ApplySettings();
     // btn2Tab1_ClosePrg: closes the program after the closing questions.
     void ClosePrg();
+    // Form_QueryUnload: unloadMode 0 = closed by the user at the window's corner (asks,
+    // then closes the program), anything else = by code or system. True: close.
+    bool FormQueryUnload(int unloadMode);
     // btnPref_Lng: the language has been set; re-labels every window and grid.
     void LanguageChanged();
 

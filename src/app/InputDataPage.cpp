@@ -32,7 +32,8 @@ InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInpu
     LbxInput->setObjectName(QStringLiteral("LbxInput"));
     body()->addWidget(LbxInput, 1);
 
-    // The strips under the list.
+    // The sub-tab strips under the list; the commands of the data list fill them. A
+    // strip without tabs stays hidden.
     auto* strips = new QHBoxLayout;
     strips->setSpacing(8);
     TabInput1_Sub1 = new QTabWidget(this);
@@ -42,44 +43,41 @@ InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInpu
     strips->addWidget(TabInput1_Sub1, 1);
     strips->addWidget(TabInput1_Sub2, 1);
     body()->addLayout(strips);
+    UpdateSubTabVisibility();
 
-    // Sub-tab 1: the list with its mark and its sums.
-    auto* pagList = new QWidget;
-    auto* pl = new QHBoxLayout(pagList);
-    pl->setContentsMargins(8, 6, 8, 6);
-    pl->setSpacing(8);
-    auto* lblFTag = new QLabel(pagList);
+    // The row that stays under every sub-tab: the mark, the quiet switch, the sums and
+    // the close button.
+    auto* status = new QHBoxLayout;
+    status->setContentsMargins(2, 0, 2, 0);
+    status->setSpacing(8);
+    auto* lblFTag = new QLabel(this);
     lblFTag->setObjectName(QStringLiteral("lblTab1_FTag"));
-    txtTab1_FTag = new QLineEdit(pagList);
+    txtTab1_FTag = new QLineEdit(this);
     txtTab1_FTag->setObjectName(QStringLiteral("txtTab1_FTag"));
     txtTab1_FTag->setMaximumWidth(180);
     txtTab1_FTag->setClearButtonEnabled(true);
     lblFTag->setBuddy(txtTab1_FTag);
-    chbTab1_NoMsg = new QCheckBox(pagList);
+    chbTab1_NoMsg = new QCheckBox(this);
     chbTab1_NoMsg->setObjectName(QStringLiteral("chbTab1_NoMsg"));
-    chbTab1_TimeSizeData = new QCheckBox(pagList);
+    chbTab1_TimeSizeData = new QCheckBox(this);
     chbTab1_TimeSizeData->setObjectName(QStringLiteral("chbTab1_TimeSizeData"));
-    lblTab1_TimeSizeMarkedData = new QLabel(pagList);
+    lblTab1_TimeSizeMarkedData = new QLabel(this);
     lblTab1_TimeSizeMarkedData->setObjectName(QStringLiteral("lblTab1_TimeSizeMarkedData"));
     lblTab1_TimeSizeMarkedData->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    QFont mono = lblTab1_TimeSizeMarkedData->font();
-    mono.setStyleHint(QFont::Monospace);
-    mono.setFamily(QStringLiteral("monospace"));
-    lblTab1_TimeSizeMarkedData->setFont(mono);
-    pl->addWidget(lblFTag);
-    pl->addWidget(txtTab1_FTag);
-    pl->addSpacing(12);
-    pl->addWidget(chbTab1_NoMsg);
-    pl->addSpacing(12);
-    pl->addWidget(chbTab1_TimeSizeData);
-    pl->addWidget(lblTab1_TimeSizeMarkedData);
-    pl->addStretch(1);
-    AddSubTab(TabInput1_Sub1, pagList, QStringLiteral("pagTab1_Sub1_List"));
-
-    // The close button at the right end of the strips.
+    lblTab1_TimeSizeMarkedData->setFrameShape(QFrame::StyledPanel);
+    lblTab1_TimeSizeMarkedData->setMinimumWidth(260);
     btn2Tab1_ClosePrg = new QPushButton(this);
     btn2Tab1_ClosePrg->setObjectName(QStringLiteral("btn2Tab1_ClosePrg"));
-    strips->addWidget(btn2Tab1_ClosePrg, 0, Qt::AlignBottom);
+    status->addWidget(lblFTag);
+    status->addWidget(txtTab1_FTag);
+    status->addSpacing(16);
+    status->addWidget(chbTab1_NoMsg);
+    status->addSpacing(16);
+    status->addWidget(chbTab1_TimeSizeData);
+    status->addWidget(lblTab1_TimeSizeMarkedData);
+    status->addStretch(1);
+    status->addWidget(btn2Tab1_ClosePrg);
+    body()->addLayout(status);
 
     // The sums follow the selection and the mark box.
     SumTarget sums = DefaultSumTarget(QStringLiteral("Input"));

@@ -50,7 +50,8 @@ private slots:
         QCOMPARE(lng->count(), 2);
         QCOMPARE(cap->ChosenColumn(), kLanguageGerman);
         QCOMPARE(cap->ReferenceColumn(), kLanguageEnglish);
-        QCOMPARE(Find<QPushButton>(cap, "btnFrmCap_Save")->text(), QStringLiteral("Speichern"));
+        QCOMPARE(Find<QPushButton>(cap, "btnFrmCap_Save")->text(), Caption(461));
+        QCOMPARE(Find<QRadioButton>(cap, "optFrmCap_Lng(5)")->text(), Caption(616));
         QVERIFY(CaptionTable().Column(1).visible);
         QVERIFY(CaptionTable().Column(3).visible);
         QVERIFY(CaptionTable().Column(4).visible);
@@ -72,11 +73,13 @@ private slots:
             askedFilter = filter;
             return save ? QString() : file;
         };
+        const QString german1 = CaptionTable().CellText(1, 3), english2 = CaptionTable().CellText(2, 4);
         Click(cap, "btnFrmCap_LngImport");
         QCOMPARE(askedFilter, QStringLiteral("qlt_*.lng (qlt_*.lng)"));
         QCOMPARE(CaptionTable().CellText(2, 5), QStringLiteral("Märkning"));
-        QCOMPARE(CaptionTable().CellText(1, 3), QStringLiteral("Nr."));
-        QCOMPARE(Find<QRadioButton>(cap, "optFrmCap_Lng(0)")->text(), QStringLiteral("Svenska"));
+        QCOMPARE(CaptionTable().CellText(1, 3), german1);
+        QCOMPARE(CaptionTable().CellText(2, 4), english2);
+        QCOMPARE(Find<QRadioButton>(cap, "optFrmCap_Lng(5)")->text(), QStringLiteral("Svenska"));
         QCOMPARE(Setting(Ini::CaptionImportSlot5, 1), QStringLiteral("1"));
         QCOMPARE(Find<QComboBox>(cap, "cmbFrmCap_Lng")->count(), 3);
         QCOMPARE(Find<QComboBox>(g.window.get(), "cmbPref_Language")->count(), 3); // refilled too
@@ -97,8 +100,9 @@ private slots:
         lng->setCurrentIndex(1);
         Click(cap, "btnFrmCap_LngExport");
         QVERIFY(QFile::exists(g.folder.file("language/qlt_Mine.lng")));
-        QVERIFY(g.folder.Read("language/qlt_Mine.lng").startsWith("No.\r\n"));
-        QVERIFY(g.prompt.LastText().startsWith(QStringLiteral("Die Sprachdatei wurde gespeichert:")));
+        QVERIFY(g.folder.Read("language/qlt_Mine.lng")
+                    .startsWith(CaptionTable().CellText(1, 4).toUtf8() + "\r\n"));
+        QVERIFY(g.prompt.LastText().startsWith(Caption(CapTextSaved)));
     }
 
     void eraseAsksFirst() {
@@ -106,15 +110,16 @@ private slots:
         QVERIFY(g.Start());
         FrmCap* cap = Open(g);
         CaptionTable().SetCellText(7, 6, QStringLiteral("sju"));
-        Find<QRadioButton>(cap, "optFrmCap_Lng(1)")->setChecked(true);
+        Find<QRadioButton>(cap, "optFrmCap_Lng(6)")->setChecked(true);
+        const QString german60 = CaptionTable().CellText(60, 3);
         g.prompt.answers = {false};
         Click(cap, "btnFrmCap_EraseTranslation");
         QCOMPARE(CaptionTable().CellText(7, 6), QStringLiteral("sju"));
         g.prompt.answers = {true};
         Click(cap, "btnFrmCap_EraseTranslation");
         QVERIFY(CaptionTable().CellText(7, 6).isEmpty());
-        QCOMPARE(g.prompt.LastText(), QStringLiteral("Übersetzung gelöscht."));
-        QCOMPARE(CaptionTable().CellText(60, 3), QStringLiteral("Soll das Programm beendet werden?"));
+        QCOMPARE(g.prompt.LastText(), Caption(CapTranslationErased));
+        QCOMPARE(CaptionTable().CellText(60, 3), german60);
     }
 
     void editFindSaveAndClose() {
@@ -122,7 +127,8 @@ private slots:
         QVERIFY(g.Start());
         FrmCap* cap = Open(g);
         auto* find = Find<QLineEdit>(cap, "txtCap_Find");
-        find->setText(QStringLiteral("Die Liste ist leer."));
+        CaptionTable().SetCellText(96, 3, QStringLiteral("Zebrastreifen am Fluss"));
+        find->setText(QStringLiteral("ZEBRASTREIFEN"));
         Click(cap, "btnFrmCap_Find");
         QCOMPARE(CaptionTable().CurRow(), 96);
         find->setText(QStringLiteral("nowhere"));
@@ -135,22 +141,22 @@ private slots:
         // The text of the current row in the chosen language; the row number stays.
         CaptionTable().SetCurRow(5);
         auto* text = Find<QLineEdit>(cap, "txtCap_Text");
-        text->setText(QStringLiteral("Titel des Stücks"));
+        text->setText(QStringLiteral("Titel (neu)"));
         QMetaObject::invokeMethod(text, "editingFinished");
-        QCOMPARE(CaptionTable().CellText(5, 3), QStringLiteral("Titel des Stücks"));
+        QCOMPARE(CaptionTable().CellText(5, 3), QStringLiteral("Titel (neu)"));
         QCOMPARE(CaptionTable().CellText(5, 1), QStringLiteral("5"));
         QVERIFY(CaptionTableChanged());
 
         Click(cap, "btnFrmCap_Save");
-        QCOMPARE(g.prompt.LastText(), QStringLiteral("Die Texte wurden gespeichert."));
+        QCOMPARE(g.prompt.LastText(), Caption(CapTextSaved));
         QVERIFY(!CaptionTableChanged());
         DataGrid onDisk;
         QVERIFY(onDisk.LoadFile(g.folder.file("Caption.qlt")));
-        QCOMPARE(onDisk.CellText(5, 3), QStringLiteral("Titel des Stücks"));
+        QCOMPARE(onDisk.CellText(5, 3), QStringLiteral("Titel (neu)"));
 
         // Close with a change asks to save.
         CaptionTable().SetCurRow(6);
-        text->setText(QStringLiteral("Dateityp"));
+        text->setText(QStringLiteral("Typ (neu)"));
         QMetaObject::invokeMethod(text, "editingFinished");
         g.prompt.shown.clear();
         g.prompt.answers = {true};
@@ -158,7 +164,7 @@ private slots:
         QCOMPARE(g.prompt.shown.front().text, Caption(CapCaptionsSaveQuestion));
         QVERIFY(!cap->isVisible());
         QVERIFY(onDisk.LoadFile(g.folder.file("Caption.qlt")));
-        QCOMPARE(onDisk.CellText(6, 3), QStringLiteral("Dateityp"));
+        QCOMPARE(onDisk.CellText(6, 3), QStringLiteral("Typ (neu)"));
     }
 
     void closeWithoutChangesAsksNothing() {

@@ -4,6 +4,7 @@
 #include "GuiProgram.h"
 #include "app/DataGridView.h"
 #include "app/InputDataPage.h"
+#include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/SettingRows.h"
@@ -42,9 +43,10 @@ private slots:
                                    "FrmPictures",   "FrmSText", "FrmPreferences"};
         for (int i = 0; i < 7; ++i)
             QCOMPARE(tabs->widget(i)->objectName(), pages[i]);
-        QCOMPARE(tabs->tabText(0), QStringLiteral("Datenliste"));
-        QCOMPARE(tabs->tabText(6), QStringLiteral("Einstellungen"));
-        QCOMPARE(Find<QPushButton>(g.window.get(), "btn2Tab1_ClosePrg")->text(), QStringLiteral("Beenden"));
+        QCOMPARE(tabs->tabText(0), Caption(101));
+        QVERIFY(!tabs->tabText(0).isEmpty());
+        QCOMPARE(tabs->tabText(6), Caption(111));
+        QCOMPARE(Find<QPushButton>(g.window.get(), "btn2Tab1_ClosePrg")->text(), Caption(154));
         QVERIFY(g.prompt.shown.empty());
     }
 
@@ -73,7 +75,7 @@ private slots:
         QVERIFY(!list.Column(InCol::No).visible);
         QVERIFY(list.Column(InCol::FTag).visible);
         QCOMPARE(list.Column(InCol::FileName).key, QStringLiteral("FileName"));
-        QCOMPARE(list.Column(InCol::FileName).caption, QStringLiteral("Dateiname"));
+        QCOMPARE(list.Column(InCol::FileName).caption, CaptionTable().CellText(3, kLanguageGerman));
         QCOMPARE(list.Column(InCol::DurationS).align, Align::Center);
         QCOMPARE(list.Column(InCol::SizeByte).sortType, SortType::Number);
         QCOMPARE(list.Column(InCol::DateTime).sortType, SortType::Date);
@@ -149,14 +151,20 @@ private slots:
         QVERIFY(onDisk.LoadFile(g.folder.file("qlt.ini")));
         QCOMPARE(onDisk.CellText(Ini::Language, 1), QStringLiteral("4")); // written at once
         auto* tabs = Find<QTabWidget>(g.window.get(), "TabInput");
-        QCOMPARE(tabs->tabText(0), QStringLiteral("Data list"));
-        QCOMPARE(Find<QPushButton>(g.window.get(), "btn2Tab1_ClosePrg")->text(), QStringLiteral("Exit"));
-        QCOMPARE(Grids::LbxInput().Column(InCol::FileName).caption, QStringLiteral("File name"));
-        QCOMPARE(CaptionTable().Column(1).caption, QStringLiteral("No."));
+        QCOMPARE(tabs->tabText(0), CaptionTable().CellText(101, kLanguageEnglish));
+        QCOMPARE(Find<QPushButton>(g.window.get(), "btn2Tab1_ClosePrg")->text(),
+                 CaptionTable().CellText(154, kLanguageEnglish));
+        QCOMPARE(Grids::LbxInput().Column(InCol::FileName).caption,
+                 CaptionTable().CellText(3, kLanguageEnglish));
+        QVERIFY(CaptionTable().CellText(3, kLanguageEnglish) != CaptionTable().CellText(3, kLanguageGerman));
+        QCOMPARE(CaptionTable().Column(1).caption, CaptionTable().CellText(1, kLanguageEnglish));
+        // A control whose row is not assigned yet speaks from its pending texts.
+        QCOMPARE(Find<QLabel>(g.window.get(), "lblTab1_FTag")->text(), QStringLiteral("&Mark:"));
         // And back.
         combo->setCurrentIndex(0);
         QTest::mouseClick(Find<QPushButton>(g.window.get(), "btnPref_Lng"), Qt::LeftButton);
-        QCOMPARE(Grids::LbxInput().Column(InCol::FileName).caption, QStringLiteral("Dateiname"));
+        QCOMPARE(Grids::LbxInput().Column(InCol::FileName).caption,
+                 CaptionTable().CellText(3, kLanguageGerman));
     }
 
     void toolTipsOnlyWhenSwitchedOn() {
@@ -166,7 +174,8 @@ private slots:
         QVERIFY(close->toolTip().isEmpty());
         Find<QCheckBox>(g.window.get(), "chbPref_TTText")->setChecked(true);
         QCOMPARE(Setting(Ini::ToolTips, 1), QStringLiteral("1"));
-        QCOMPARE(close->toolTip(), QStringLiteral("Beendet das Programm."));
+        QCOMPARE(close->toolTip(), Caption(155));
+        QVERIFY(!close->toolTip().isEmpty());
         Find<QCheckBox>(g.window.get(), "chbPref_TTText")->setChecked(false);
         QVERIFY(close->toolTip().isEmpty());
     }
@@ -181,7 +190,7 @@ private slots:
         QCOMPARE(close->text(), QStringLiteral("x"));
         State().SuppressEvents = false;
         SetCaptions();
-        QCOMPARE(close->text(), QStringLiteral("Beenden"));
+        QCOMPARE(close->text(), Caption(154));
     }
 
     void digitsOfTrackNumbers() {
@@ -190,9 +199,9 @@ private slots:
         auto* two = Find<QAbstractButton>(g.window.get(), "optPref_AnzNum(0)");
         auto* three = Find<QAbstractButton>(g.window.get(), "optPref_AnzNum(1)");
         QVERIFY(two->isChecked()); // row 27 was empty: the first option, written back
-        QCOMPARE(Setting(Ini::NumberDigits, 1), QStringLiteral("2"));
+        QCOMPARE(Setting(Ini::NumberDigits, 1), QStringLiteral("1"));
         three->click();
-        QCOMPARE(Setting(Ini::NumberDigits, 1), QStringLiteral("3"));
+        QCOMPARE(Setting(Ini::NumberDigits, 1), QStringLiteral("2"));
     }
 
     void closeButtonAsksAndNoKeepsEverything() {
@@ -203,7 +212,7 @@ private slots:
         g.prompt.answers = {false};
         QTest::mouseClick(Find<QPushButton>(g.window.get(), "btn2Tab1_ClosePrg"), Qt::LeftButton);
         QCOMPARE(g.prompt.Count("yesno"), 1);
-        QCOMPARE(g.prompt.LastText(), QStringLiteral("Soll das Programm beendet werden?"));
+        QCOMPARE(g.prompt.LastText(), Caption(CapQuitQuestion));
         QVERIFY(g.window->isVisible());
         QVERIFY(!State().SuppressEvents); // the controls work again
         QCOMPARE(g.folder.Read("qlt.ini"), before);
@@ -223,6 +232,31 @@ private slots:
         QVERIFY(onDisk.LoadFile(g.folder.file("qlt.ini")));
         QCOMPARE(onDisk.CellText(Ini::NoMsg, 1), QStringLiteral("1"));
         QVERIFY(QFile::exists(g.folder.file("lnkpic.qlt")));
+    }
+
+    void cornerCloseAsksOnce() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        const QByteArray before = g.folder.Read("qlt.ini");
+        SetSetting(Ini::NoMsg, 1, QStringLiteral("1"));
+        g.prompt.answers = {false};
+        QVERIFY(!g.window->FormQueryUnload(0));
+        QCOMPARE(g.prompt.Count("yesno"), 1);
+        QCOMPARE(g.folder.Read("qlt.ini"), before);
+        QVERIFY(g.window->isVisible());
+        g.prompt.answers = {true};
+        QVERIFY(g.window->FormQueryUnload(0));
+        QCOMPARE(g.prompt.Count("yesno"), 2); // the closing routine does not ask again
+        DataGrid onDisk;
+        QVERIFY(onDisk.LoadFile(g.folder.file("qlt.ini")));
+        QCOMPARE(onDisk.CellText(Ini::NoMsg, 1), QStringLiteral("1"));
+    }
+
+    void systemCloseAsksNothing() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QVERIFY(g.window->FormQueryUnload(1));
+        QVERIFY(g.prompt.shown.empty());
     }
 
     void closedByCodeAsksNothing() {

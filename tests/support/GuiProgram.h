@@ -3,6 +3,7 @@
 // for every message box.
 
 #include "ProgramFolder.h"
+#include "TestPaths.h"
 #include "app/FrmInput.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/UiCaptions.h"
@@ -18,18 +19,6 @@ struct GuiProgram {
     ScriptedPrompt prompt;
     std::unique_ptr<FrmInput> window;
 
-    static QMap<int, QPair<QString, QString>> Captions() {
-        auto c = ProgramFolder::StandardCaptions();
-        c[2] = {QStringLiteral("Markierung"), QStringLiteral("Mark")};
-        c[3] = {QStringLiteral("Dateiname"), QStringLiteral("File name")};
-        c[8] = {QStringLiteral("Sek."), QStringLiteral("Sec.")};
-        c[81] = {QStringLiteral("Änderungen speichern?"), QStringLiteral("Save the changes?")};
-        c[82] = {QStringLiteral("Gespeichert."), QStringLiteral("Saved.")};
-        c[1167] = {QStringLiteral("Übersetzung löschen?"), QStringLiteral("Erase the translation?")};
-        c[1169] = {QStringLiteral("Übersetzung gelöscht."), QStringLiteral("Translation erased.")};
-        return c;
-    }
-
     // Returns false when the start failed.
     bool Start(const QMap<QPair<int, int>, QString>& ini = {}) {
         QStandardPaths::setTestModeEnabled(true);
@@ -39,7 +28,9 @@ struct GuiProgram {
         Grids::LbxInput().Clear();
         QDir(folder.path()).mkpath(QStringLiteral("temp"));
         QDir(folder.path()).mkpath(QStringLiteral("language"));
-        if (!folder.WriteIni(ini) || !folder.WriteCaptions(Captions(), QStringLiteral("Caption.qlt"), true))
+        // The texts the program ships with, built beside the program.
+        if (!folder.WriteIni(ini) || !QFile::copy(ProgramDir() + QStringLiteral("/Caption.qlt"),
+                                                  folder.file(QStringLiteral("Caption.qlt"))))
             return false;
         LoadUiCaptionTables();
         SetAppPrompt(&prompt);
