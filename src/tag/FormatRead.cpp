@@ -37,13 +37,15 @@ void TakeProperties(const AudioProperties* p, EngineData& d) {
 constexpr auto kStyle = AudioProperties::Fast;
 
 template <typename F> bool Props(F& file, EngineData& d) {
-    if (!file.isValid() || !file.audioProperties())
+    if (!file.isValid() || !file.audioProperties() || file.audioProperties()->sampleRate() <= 0)
         return false;
     TakeProperties(file.audioProperties(), d);
     return true;
 }
 
-QString ApeVersionText(int v) { return v >= 2000 ? QStringLiteral("2.0") : QStringLiteral("1.0"); }
+QString ApeVersionText(int v) {
+    return v >= 2000 ? QStringLiteral("2.0") : QStringLiteral("1.0");
+}
 
 } // namespace
 
@@ -53,7 +55,8 @@ char OggCodec(IOStream* stream, long long start) {
         return 'v';
     if (page.contains("OpusHead"))
         return 'o';
-    if (page.contains("\x7F" "FLAC"))
+    if (page.contains("\x7F"
+                      "FLAC"))
         return 'f';
     if (page.contains("Speex   "))
         return 's';
@@ -63,6 +66,8 @@ char OggCodec(IOStream* stream, long long start) {
 bool ReadFormat(IOStream* stream, EngineData& d) {
     const bool outer = TypeHasOuterTags(d.type);
     RangeStream range(stream, outer ? d.layout.headEnd : 0, outer ? d.layout.bodyEnd : d.size);
+    // TagLib's readers start reading where the stream stands.
+    stream->seek(0);
     switch (d.type) {
     case kTypeMp3: {
         MPEG::File f(&range, ID3v2::FrameFactory::instance(), true, kStyle);
@@ -191,8 +196,8 @@ void ReadOuterTags(IOStream* stream, EngineData& d) {
         if (tag.header()->majorVersion() >= 2) {
             ReadId3v2(tag, d);
             d.hasV2 = true;
-            d.v2Version = QStringLiteral("2.%1").arg(d.layout.headVersion ? d.layout.headVersion
-                                                                          : static_cast<int>(tag.header()->majorVersion()));
+            d.v2Version = QStringLiteral("2.%1").arg(
+                d.layout.headVersion ? d.layout.headVersion : static_cast<int>(tag.header()->majorVersion()));
         }
     }
     for (const TrailerBlock& b : d.layout.trailer) {
@@ -259,7 +264,8 @@ void ReadPresence(IOStream* stream, EngineData& d) {
         } else if ((b.kind == BlockKind::Lyrics3v2 || b.kind == BlockKind::Lyrics3v1) &&
                    ReadsSet(d.type, TagSet::Lyrics)) {
             d.hasLyrics = true;
-            d.lyricsVersion = b.kind == BlockKind::Lyrics3v1 ? QStringLiteral("1.00") : QStringLiteral("2.00");
+            d.lyricsVersion =
+                b.kind == BlockKind::Lyrics3v1 ? QStringLiteral("1.00") : QStringLiteral("2.00");
         }
     }
 }
