@@ -37,7 +37,8 @@ void TakeProperties(const AudioProperties* p, EngineData& d) {
 constexpr auto kStyle = AudioProperties::Fast;
 
 template <typename F> bool Props(F& file, EngineData& d) {
-    if (!file.isValid() || !file.audioProperties() || file.audioProperties()->sampleRate() <= 0)
+    if (!file.isValid() || !file.audioProperties() || file.audioProperties()->sampleRate() <= 0 ||
+        file.audioProperties()->lengthInMilliseconds() <= 0)
         return false;
     TakeProperties(file.audioProperties(), d);
     return true;
@@ -136,6 +137,9 @@ bool ReadFormat(IOStream* stream, EngineData& d) {
         }
     }
     case kTypeMpc: {
+        // TagLib reads the 56 bytes of a version 7 header without checking their presence.
+        if (range.length() < 56)
+            return false;
         MPC::File f(&range, true, kStyle);
         return Props(f, d);
     }
