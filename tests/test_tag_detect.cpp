@@ -83,6 +83,13 @@ private slots:
         const QString path = CopyFixture(fixture, m_dir.path(), name);
         TagEngine e;
         QCOMPARE(e.OpenFile(path), type);
+        if (type == 0)
+            return;
+        // Writing works under any name, too.
+        e.SetV2Title(QStringLiteral("t"));
+        e.SetWmaTitle(QStringLiteral("t"));
+        QVERIFY(type == 2 ? e.SaveWma(path) : type == 5 || type == 9 ? !e.SaveV2(path) : e.SaveV2(path));
+        QCOMPARE(e.OpenFile(path), type);
     }
 
     void notAudioIsTypeZero() {

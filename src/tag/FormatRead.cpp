@@ -44,6 +44,9 @@ template <typename F> bool Props(F& file, EngineData& d) {
     return true;
 }
 
+// An APE tag larger than this is taken as broken rather than read into memory.
+constexpr long long kMaxApeBytes = 64LL * 1024 * 1024;
+
 QString ApeVersionText(int v) {
     return v >= 2000 ? QStringLiteral("2.0") : QStringLiteral("1.0");
 }
@@ -212,7 +215,7 @@ void ReadOuterTags(IOStream* stream, EngineData& d) {
                 d.hasV1 = true;
                 d.v1Version = t.v11 ? QStringLiteral("1.1") : QStringLiteral("1.0");
             }
-        } else if (b.kind == BlockKind::Ape && ReadsSet(d.type, TagSet::Ape)) {
+        } else if (b.kind == BlockKind::Ape && ReadsSet(d.type, TagSet::Ape) && b.length <= kMaxApeBytes) {
             ApeData a;
             if (ParseApe(ReadAt(stream, b.offset, b.length), &a)) {
                 FillApe(a, d);

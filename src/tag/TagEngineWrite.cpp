@@ -227,8 +227,13 @@ int TagEngine::SaveApe(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::Ape, false, &t))
         return 0;
+    const TrailerBlock* old = t.layout.Find(BlockKind::Ape);
+    if (old && old->length > 64LL * 1024 * 1024) {
+        d->error = QStringLiteral("The APE tag of the file is larger than 64 MB and is left as it is.");
+        return 0;
+    }
     ApeData ape;
-    ParseApe(ReadBlock(t, t.layout.Find(BlockKind::Ape)), &ape);
+    ParseApe(ReadBlock(t, old), &ape);
     ape.version = 2000;
     const bool all = !SamePath(path, d->path);
     for (const KeyMap& k : kApeKeys) {

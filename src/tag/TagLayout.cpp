@@ -222,10 +222,10 @@ int DetectType(TagLib::IOStream* stream, long long fileSize, FileLayout* layout)
     lay.headVersion = version;
     if (start >= fileSize)
         return kTypeNone;
-    // Enough to see a container signature, and to find the first MPEG frames behind
-    // padding or junk.
-    const long long probeLen = std::min<long long>(fileSize - start, 64 * 1024);
-    const QByteArray probe = ReadAt(stream, start, probeLen);
+    // A small probe shows a container signature or the first MPEG frames; only when
+    // padding or junk hides them is a larger part of the file searched.
+    const long long left = fileSize - start;
+    QByteArray probe = ReadAt(stream, start, std::min<long long>(left, 4096));
     if (probe.size() < 4)
         return kTypeNone;
     if (probe.startsWith("fLaC"))
@@ -236,13 +236,15 @@ int DetectType(TagLib::IOStream* stream, long long fileSize, FileLayout* layout)
         type = kTypeMonkey;
     else if (probe.startsWith("MP+") || probe.startsWith("MPCK"))
         type = kTypeMpc;
+    else if (AdtsChainAt(probe, 0, left))
+        type = kTypeAac;
     else {
-        const long long left = fileSize - start;
-        if (AdtsChainAt(probe, 0, left)) {
-            type = kTypeAac;
-        } else {
-            // MPEG audio: the first frame chain within the probe. Only ID3v2 padding or a
-            // little junk may stand in front of it.
+        for (int round = 0; round < 2 && type == kTypeNone; ++round) {
+            if (round == 1) {
+                if (left <= probe.size())
+                    break;
+                probe = ReadAt(stream, start, std::min<long long>(left, 64 * 1024));
+            }
             const auto* u = reinterpret_cast<const unsigned char*>(probe.constData());
             for (qsizetype i = 0; i + 4 <= probe.size(); ++i) {
                 if (u[i] == 0xFF && MpegChainAt(probe, i, left - i)) {
