@@ -339,6 +339,30 @@ private slots:
         QCOMPARE(e.V1Title(), QStringLiteral("A title much longer than thirt"));
     }
 
+    void aFileReplacedUnderItsNameGetsTheWholeSet() {
+        // Keep the tags of a file that another file replaces under the same name: read,
+        // replace, then save V2 and the typical set.
+        const QString path =
+            CopyFixture(QStringLiteral("tone.flac"), m_dir.path(), QStringLiteral("keep.flac"));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 4);
+        e.SetV2Title(QStringLiteral("Behalten ✓"));
+        e.SetFlacTitle(QStringLiteral("Flac behalten"));
+        e.SetComment(1, QStringLiteral("deu"), QString(), QStringLiteral("Kommentar"));
+        QVERIFY(e.SaveV2(path));
+        QVERIFY(e.SaveFlac(path));
+        QCOMPARE(e.OpenFile(path), 4);
+        QVERIFY(QFile::remove(path));
+        QVERIFY(QFile::copy(FixtureDir() + QStringLiteral("/tone.flac"), path));
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+        QVERIFY(e.SaveV2(path));
+        QVERIFY(e.SaveFlac(path));
+        QCOMPARE(e.OpenFile(path), 4);
+        QCOMPARE(e.V2Title(), QStringLiteral("Behalten ✓"));
+        QCOMPARE(e.CommentText(1), QStringLiteral("Kommentar"));
+        QCOMPARE(e.FlacTitle(), QStringLiteral("Flac behalten"));
+    }
+
     void saveToAnotherFileWritesTheWholeSet() {
         // Tags read from one file and written into another (keep-tags copy).
         const QString a = CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("a.mp3"));

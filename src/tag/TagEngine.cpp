@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 #include <sys/stat.h>
 #include <taglib/id3v1genres.h>
 #include <taglib/tfilestream.h>
@@ -16,6 +18,25 @@
 using namespace qlt_tag;
 
 namespace qlt_tag {
+
+FileIdentity FileIdentity::Of(const QString& path) {
+    FileIdentity id;
+    struct stat st {};
+    if (::stat(QFile::encodeName(path).constData(), &st) != 0)
+        return id;
+    id.device = st.st_dev;
+    id.inode = st.st_ino;
+    id.ctimeSec = st.st_ctim.tv_sec;
+    id.ctimeNsec = st.st_ctim.tv_nsec;
+    return id;
+}
+
+int EngineData::SetIndex(TagSet set) {
+    int i = 0;
+    for (int bits = static_cast<int>(set); bits > 1; bits >>= 1)
+        ++i;
+    return std::min(i, 6);
+}
 
 void EngineData::ClearSet(TagSet set) {
     for (int i = 0; i < kTagFieldCount; ++i) {
@@ -115,6 +136,9 @@ int TagEngine::OpenFile(const QString& path) {
         return 0;
     }
     d->size = st.st_size;
+    const FileIdentity id{static_cast<quint64>(st.st_dev), static_cast<quint64>(st.st_ino), st.st_ctim.tv_sec,
+                          st.st_ctim.tv_nsec};
+    d->synced.fill(id);
     TagLib::FileStream stream(native.constData(), true);
     if (!stream.isOpen()) {
         d->error = QStringLiteral("The file %1 can't be read.").arg(QDir::toNativeSeparators(path));

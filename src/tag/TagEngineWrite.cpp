@@ -30,6 +30,7 @@ namespace {
 // The target file as it is on disk now.
 struct Target {
     QString path;
+    FileIdentity before; // the file as it was found by Prepare
     int type = 0;
     FileLayout layout;
 };
@@ -39,6 +40,15 @@ bool SamePath(const QString& a, const QString& b) {
         return true;
     const QFileInfo fa(a), fb(b);
     return fa.exists() && fb.exists() && fa.canonicalFilePath() == fb.canonicalFilePath();
+}
+
+// Whether a save writes the whole set as held in memory rather than only what was staged:
+// when the target is another file, or when the opened file has been replaced or changed
+// by someone else since (a new inode or a new change time).
+bool WholeSet(const EngineData& d, const QString& path, TagSet set) {
+    if (!SamePath(path, d.path))
+        return true;
+    return !(FileIdentity::Of(path) == d.synced[static_cast<size_t>(EngineData::SetIndex(set))]);
 }
 
 const char* SetLabel(TagSet set) {
@@ -126,6 +136,7 @@ bool Prepare(EngineData& d, const QString& path, TagSet set, bool strip, Target*
     struct stat st {};
     ::stat(native.constData(), &st);
     t->path = path;
+    t->before = FileIdentity::Of(path);
     t->type = DetectType(&stream, st.st_size, &t->layout);
     if (t->type == 0) {
         d.error = QStringLiteral("%1 is no audio file that can be read.").arg(QDir::toNativeSeparators(path));
@@ -142,10 +153,18 @@ bool Prepare(EngineData& d, const QString& path, TagSet set, bool strip, Target*
 }
 
 // After a successful write to the open file: its tags are on disk now.
-void Written(EngineData& d, const QString& path, TagSet set) {
-    if (!SamePath(path, d.path))
+void Written(EngineData& d, const Target& t, TagSet set) {
+    if (!SamePath(t.path, d.path))
         return;
     d.ClearDirty(set);
+    // The saved set is in step with the disk now; so is every set that was before, as the
+    // write left it alone.
+    const FileIdentity after = FileIdentity::Of(d.path);
+    for (FileIdentity& id : d.synced) {
+        if (id == t.before)
+            id = after;
+    }
+    d.synced[static_cast<size_t>(EngineData::SetIndex(set))] = after;
     const QByteArray native = QFile::encodeName(d.path);
     TagLib::FileStream stream(native.constData(), true);
     if (!stream.isOpen())
@@ -155,6 +174,13 @@ void Written(EngineData& d, const QString& path, TagSet set) {
     d.size = st.st_size;
     DetectType(&stream, d.size, &d.layout);
     ReadPresence(&stream, d);
+}
+
+// After a successful strip of the open file: the set reads empty from now on.
+void Stripped(EngineData& d, const Target& t, TagSet set) {
+    Written(d, t, set);
+    if (SamePath(t.path, d.path))
+        d.ClearSet(set);
 }
 
 Id3v1Data V1From(const EngineData& d) {
@@ -186,7 +212,7 @@ constexpr KeyMap kLyricsKeys[] = {
 
 // Rewrites the file with a new trailer.
 int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArray& bytes,
-                 std::initializer_list<BlockKind> before, TagSet set) {
+                 std::initializer_list<BlockKind> before, TagSet set, bool strip = false) {
     QByteArray tail;
     {
         TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
@@ -194,7 +220,10 @@ int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArra
     }
     if (!RewriteFile(t.path, QByteArray(), t.path, 0, t.layout.bodyEnd, tail, &d.error))
         return 0;
-    Written(d, t.path, set);
+    if (strip)
+        Stripped(d, t, set);
+    else
+        Written(d, t, set);
     return 1;
 }
 
@@ -220,7 +249,7 @@ int TagEngine::RemoveV1(const QString& path) {
         return 0;
     if (!t.layout.Find(BlockKind::Id3v1))
         return 1;
-    return WriteTrailer(*d, t, BlockKind::Id3v1, QByteArray(), {}, TagSet::V1);
+    return WriteTrailer(*d, t, BlockKind::Id3v1, QByteArray(), {}, TagSet::V1, true);
 }
 
 int TagEngine::SaveApe(const QString& path) {
@@ -235,7 +264,7 @@ int TagEngine::SaveApe(const QString& path) {
     ApeData ape;
     ParseApe(ReadBlock(t, old), &ape);
     ape.version = 2000;
-    const bool all = !SamePath(path, d->path);
+    const bool all = WholeSet(*d, path, TagSet::Ape);
     for (const KeyMap& k : kApeKeys) {
         if (all || d->Dirty(k.field))
             ape.SetText(k.key, d->F(k.field));
@@ -250,7 +279,7 @@ int TagEngine::RemoveApe(const QString& path) {
         return 0;
     if (!t.layout.Find(BlockKind::Ape))
         return 1;
-    return WriteTrailer(*d, t, BlockKind::Ape, QByteArray(), {}, TagSet::Ape);
+    return WriteTrailer(*d, t, BlockKind::Ape, QByteArray(), {}, TagSet::Ape, true);
 }
 
 int TagEngine::SaveLyrics(const QString& path) {
@@ -263,7 +292,7 @@ int TagEngine::SaveLyrics(const QString& path) {
     Lyrics3Data lyrics;
     ParseLyrics3(ReadBlock(t, old), &lyrics);
     lyrics.version = 2;
-    const bool all = !SamePath(path, d->path);
+    const bool all = WholeSet(*d, path, TagSet::Lyrics);
     for (const KeyMap& k : kLyricsKeys) {
         if (all || d->Dirty(k.field))
             lyrics.SetText(k.key, d->F(k.field));
@@ -283,7 +312,7 @@ int TagEngine::RemoveLyrics(const QString& path) {
         return 0;
     if (!t.layout.Find(BlockKind::Lyrics3v2) && !t.layout.Find(BlockKind::Lyrics3v1))
         return 1;
-    return WriteTrailer(*d, t, BlockKind::Lyrics3v2, QByteArray(), {}, TagSet::Lyrics);
+    return WriteTrailer(*d, t, BlockKind::Lyrics3v2, QByteArray(), {}, TagSet::Lyrics, true);
 }
 
 int TagEngine::SaveV2(const QString& path) {
@@ -301,12 +330,12 @@ int TagEngine::SaveV2(const QString& path) {
             tag = std::make_unique<TagLib::ID3v2::Tag>();
         // An existing tag keeps its version; v2.2 and new tags are written as v2.3.
         const int version = t.layout.headVersion == 4 ? 4 : 3;
-        ApplyId3v2(*d, *tag, !SamePath(path, d->path));
+        ApplyId3v2(*d, *tag, WholeSet(*d, path, TagSet::V2));
         head = RenderId3v2(*tag, version);
     }
     if (!RewriteFile(path, head, path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
-    Written(*d, path, TagSet::V2);
+    Written(*d, t, TagSet::V2);
     return 1;
 }
 
@@ -318,7 +347,7 @@ int TagEngine::RemoveV2(const QString& path) {
         return 1;
     if (!RewriteFile(path, QByteArray(), path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
-    Written(*d, path, TagSet::V2);
+    Stripped(*d, t, TagSet::V2);
     return 1;
 }
 
@@ -406,7 +435,7 @@ int TagEngine::SaveWma(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::Wma, false, &t))
         return 0;
-    const bool all = !SamePath(path, d->path);
+    const bool all = WholeSet(*d, path, TagSet::Wma);
     const EngineData& data = *d;
     const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
         TagLib::ASF::File f(QFile::encodeName(temp).constData(), false);
@@ -422,7 +451,7 @@ int TagEngine::SaveWma(const QString& path) {
         return true;
     });
     if (ok)
-        Written(*d, path, TagSet::Wma);
+        Written(*d, t, TagSet::Wma);
     return ok;
 }
 
@@ -432,7 +461,7 @@ int SaveXiphSet(EngineData& d, const QString& path, TagSet set, bool strip) {
     Target t;
     if (!Prepare(d, path, set, strip, &t))
         return 0;
-    const bool all = !SamePath(path, d.path);
+    const bool all = WholeSet(d, path, set);
     const int ok = EditBody(d, t, [&](const QString& temp, QString* error) {
         return EditXiph(
             temp, t.type,
@@ -444,11 +473,10 @@ int SaveXiphSet(EngineData& d, const QString& path, TagSet set, bool strip) {
             },
             error);
     });
-    if (ok) {
-        Written(d, path, set);
-        if (strip && SamePath(path, d.path))
-            d.ClearSet(set);
-    }
+    if (ok && strip)
+        Stripped(d, t, set);
+    else if (ok)
+        Written(d, t, set);
     return ok;
 }
 
