@@ -307,6 +307,38 @@ private slots:
         QVERIFY(AudioUnchanged(path, QStringLiteral("tone.mp3"), 1));
     }
 
+    void v22IsReadAndWrittenAsV23() {
+        const QString path = CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("v22.mp3"));
+        auto frame = [](const char* id, const QByteArray& body) {
+            const int n = static_cast<int>(body.size());
+            return QByteArray(id, 3) + char((n >> 16) & 0xFF) + char((n >> 8) & 0xFF) + char(n & 0xFF) + body;
+        };
+        const QByteArray frames = frame("TT2", QByteArray("\0Alter Titel", 12)) +
+                                  frame("COM", QByteArray("\0engd\0Kommentar", 15)) +
+                                  frame("TCO", QByteArray("\0(17)", 5));
+        const int size = static_cast<int>(frames.size());
+        QByteArray tag("ID3\x02\x00\x00", 6);
+        tag += QByteArray(1, char((size >> 21) & 0x7F)) + char((size >> 14) & 0x7F) + char((size >> 7) & 0x7F) +
+               char(size & 0x7F);
+        WriteAll(path, tag + frames + ReadAll(path));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 1);
+        QCOMPARE(e.V2Version(), QStringLiteral("2.2"));
+        QCOMPARE(e.V2Title(), QStringLiteral("Alter Titel"));
+        QCOMPARE(e.V2Genre(), QStringLiteral("Rock"));
+        QCOMPARE(e.CommentCount(), 1);
+        QCOMPARE(e.CommentDescription(1), QStringLiteral("d"));
+        QCOMPARE(e.CommentText(1), QStringLiteral("Kommentar"));
+        e.SetV2Artist(QStringLiteral("Neu ✓"));
+        QVERIFY(e.SaveV2(path));
+        QCOMPARE(e.OpenFile(path), 1);
+        QCOMPARE(e.V2Version(), QStringLiteral("2.3"));
+        QCOMPARE(e.V2Title(), QStringLiteral("Alter Titel"));
+        QCOMPARE(e.V2Artist(), QStringLiteral("Neu ✓"));
+        QCOMPARE(e.CommentText(1), QStringLiteral("Kommentar"));
+        QVERIFY(AudioUnchanged(path, QStringLiteral("tone.mp3"), 1));
+    }
+
     void v1GenreCodeAndText() {
         const QString path =
             CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("genre.mp3"));

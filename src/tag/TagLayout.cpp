@@ -167,21 +167,25 @@ bool TypeHasOuterTags(int type) {
 
 namespace {
 
-// Two MPEG frames in a row (or one that ends exactly at the end of the data) at 'at'.
-bool MpegChainAt(const QByteArray& buf, qsizetype at, long long bytesLeftInFile) {
+// 'frames' MPEG frames in a row at 'at' (or fewer that end exactly at the end of the
+// data), all agreeing on version, layer and sample rate.
+bool MpegChainAt(const QByteArray& buf, qsizetype at, long long bytesLeftInFile, int frames) {
     const auto* u = reinterpret_cast<const unsigned char*>(buf.constData());
-    if (at + 4 > buf.size())
-        return false;
-    const int len = MpegFrameLength(u + at);
-    if (len <= 0)
-        return false;
-    if (at + len + 4 <= buf.size()) {
-        const unsigned char* n = u + at + len;
-        // The next header must agree on version, layer and sample rate.
-        return MpegFrameLength(n) > 0 && (n[1] & 0xFE) == (u[at + 1] & 0xFE) &&
-               ((n[2] ^ u[at + 2]) & 0x0C) == 0;
+    const qsizetype first = at;
+    for (int n = 0; n < frames; ++n) {
+        if (at + 4 > buf.size())
+            return n > 0 && at - first == bytesLeftInFile;
+        const int len = MpegFrameLength(u + at);
+        if (len <= 0)
+            return false;
+        if (n > 0 &&
+            ((u[at + 1] & 0xFE) != (u[first + 1] & 0xFE) || ((u[at + 2] ^ u[first + 2]) & 0x0C) != 0))
+            return false;
+        if (at - first + len == bytesLeftInFile)
+            return true; // the last frame of the file
+        at += len;
     }
-    return len == bytesLeftInFile;
+    return true;
 }
 
 bool AdtsChainAt(const QByteArray& buf, qsizetype at, long long bytesLeftInFile) {
@@ -247,7 +251,9 @@ int DetectType(TagLib::IOStream* stream, long long fileSize, FileLayout* layout)
             }
             const auto* u = reinterpret_cast<const unsigned char*>(probe.constData());
             for (qsizetype i = 0; i + 4 <= probe.size(); ++i) {
-                if (u[i] == 0xFF && MpegChainAt(probe, i, left - i)) {
+                // Frames right at the start need a second one behind them; frames found
+                // behind junk need two more, so that stray bytes are not taken for audio.
+                if (u[i] == 0xFF && MpegChainAt(probe, i, left - i, i == 0 ? 2 : 3)) {
                     type = kTypeMp3;
                     break;
                 }
