@@ -139,6 +139,24 @@ private slots:
         QVERIFY(Leftovers(m_dir.path()).isEmpty());
     }
 
+    void aSymbolicLinkStaysALink() {
+        const QString path =
+            CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("real.mp3"));
+        const QString link = m_dir.path() + QStringLiteral("/link.mp3");
+        QVERIFY(QFile::link(path, link));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(link), 1);
+        e.SetV2Title(QStringLiteral("durch den Link"));
+        QVERIFY(e.SaveV2(link));
+        e.SetV1Title(QStringLiteral("v1"));
+        QVERIFY(e.SaveV1(link));
+        QVERIFY(QFileInfo(link).isSymLink());
+        QCOMPARE(e.OpenFile(path), 1);
+        QCOMPARE(e.V2Title(), QStringLiteral("durch den Link"));
+        QCOMPARE(e.V1Title(), QStringLiteral("v1"));
+        QVERIFY(Leftovers(m_dir.path()).isEmpty());
+    }
+
     void readOnlyFolderAsOrdinaryUser() {
         if (::geteuid() == 0)
             QSKIP("root may write into any folder");

@@ -318,8 +318,8 @@ private slots:
                                   frame("TCO", QByteArray("\0(17)", 5));
         const int size = static_cast<int>(frames.size());
         QByteArray tag("ID3\x02\x00\x00", 6);
-        tag += QByteArray(1, char((size >> 21) & 0x7F)) + char((size >> 14) & 0x7F) + char((size >> 7) & 0x7F) +
-               char(size & 0x7F);
+        tag += QByteArray(1, char((size >> 21) & 0x7F)) + char((size >> 14) & 0x7F) +
+               char((size >> 7) & 0x7F) + char(size & 0x7F);
         WriteAll(path, tag + frames + ReadAll(path));
         TagEngine e;
         QCOMPARE(e.OpenFile(path), 1);

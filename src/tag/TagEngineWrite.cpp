@@ -123,8 +123,12 @@ QByteArray NewTrailer(TagLib::IOStream* stream, const FileLayout& lay, BlockKind
 namespace {
 
 // Checks the target for a write or strip of 'set' and reads its layout.
-bool Prepare(EngineData& d, const QString& path, TagSet set, bool strip, Target* t) {
+bool Prepare(EngineData& d, const QString& given, TagSet set, bool strip, Target* t) {
     d.error.clear();
+    // A symbolic link is followed: the file it points to is rewritten and the link stays.
+    const QFileInfo info(given);
+    const QString path =
+        info.isSymLink() && !info.canonicalFilePath().isEmpty() ? info.canonicalFilePath() : given;
     if (!CanRewrite(path, &d.error))
         return false;
     const QByteArray native = QFile::encodeName(path);
@@ -321,7 +325,7 @@ int TagEngine::SaveV2(const QString& path) {
         return 0;
     QByteArray head;
     {
-        TagLib::FileStream stream(QFile::encodeName(path).constData(), true);
+        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
         StreamFile file(&stream);
         std::unique_ptr<TagLib::ID3v2::Tag> tag;
         if (t.layout.headEnd > 0)
@@ -333,7 +337,7 @@ int TagEngine::SaveV2(const QString& path) {
         ApplyId3v2(*d, *tag, WholeSet(*d, path, TagSet::V2));
         head = RenderId3v2(*tag, version);
     }
-    if (!RewriteFile(path, head, path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
+    if (!RewriteFile(t.path, head, t.path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
     Written(*d, t, TagSet::V2);
     return 1;
@@ -345,7 +349,7 @@ int TagEngine::RemoveV2(const QString& path) {
         return 0;
     if (t.layout.headEnd == 0)
         return 1;
-    if (!RewriteFile(path, QByteArray(), path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
+    if (!RewriteFile(t.path, QByteArray(), t.path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
     Stripped(*d, t, TagSet::V2);
     return 1;
