@@ -307,6 +307,33 @@ private slots:
         QVERIFY(AudioUnchanged(path, QStringLiteral("tone.mp3"), 1));
     }
 
+    void monkeysOwnApeTagIsLeftAlone() {
+        // Monkey's Audio files carry an APE tag of their own; the engine neither reads nor
+        // touches it, and an ID3v2 write keeps it.
+        const QString path = CopyFixture(QStringLiteral("tone.ape"), m_dir.path(), QStringLiteral("own.ape"));
+        QByteArray item = QByteArray("\x05\0\0\0\0\0\0\0Title\0", 14) + "Titel";
+        QByteArray footer("APETAGEX");
+        auto le = [](quint32 v) {
+            QByteArray b;
+            for (int i = 0; i < 4; ++i)
+                b.append(char((v >> (8 * i)) & 0xFF));
+            return b;
+        };
+        footer += le(2000) + le(static_cast<quint32>(item.size() + 32)) + le(1) + le(0) + QByteArray(8, '\0');
+        const QByteArray ape = item + footer;
+        WriteAll(path, ReadAll(path) + ape);
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 3);
+        QVERIFY(!e.HasApe());
+        QCOMPARE(e.ApeTitle(), QString());
+        e.SetV2Title(QStringLiteral("v2"));
+        QVERIFY(e.SaveV2(path));
+        QVERIFY(ReadAll(path).endsWith(ape));
+        QCOMPARE(e.RemoveApe(path), 0);
+        QVERIFY(e.RemoveV2(path));
+        QCOMPARE(ReadAll(path), ReadAll(FixtureDir() + QStringLiteral("/tone.ape")) + ape);
+    }
+
     void v22IsReadAndWrittenAsV23() {
         const QString path = CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("v22.mp3"));
         auto frame = [](const char* id, const QByteArray& body) {

@@ -141,9 +141,25 @@ void PrintText(const QJsonObject& file) {
             continue;
         const QJsonObject o = sets.value(name).toObject();
         Out(QStringLiteral("  [%1]").arg(name));
+        // The fields in the order of the set, then what the set has besides.
+        QStringList keys{QStringLiteral("Version")};
+        for (int i = 0; i < kTagFieldCount; ++i) {
+            const auto f = static_cast<TagField>(i);
+            if (TagFieldSet(f) == set)
+                keys << TagFieldName(f);
+            if (f == TagField::V1Genre)
+                keys << QStringLiteral("V1GenreCode");
+        }
         for (auto it = o.begin(); it != o.end(); ++it) {
-            if (it.value().isArray()) {
-                const QJsonArray a = it.value().toArray();
+            if (!keys.contains(it.key()))
+                keys << it.key();
+        }
+        for (const QString& key : keys) {
+            if (!o.contains(key))
+                continue;
+            const QJsonValue value = o.value(key);
+            if (value.isArray()) {
+                const QJsonArray a = value.toArray();
                 for (int i = 0; i < a.size(); ++i) {
                     QStringList parts;
                     const QJsonObject item = a.at(i).toObject();
@@ -152,14 +168,14 @@ void PrintText(const QJsonObject& file) {
                             jt.key(), jt.value().isString() ? Quoted(jt.value().toString())
                                                             : QString::number(jt.value().toDouble()));
                     Out(QStringLiteral("    %1(%2): %3")
-                            .arg(it.key())
+                            .arg(key)
                             .arg(i + 1)
                             .arg(parts.join(QStringLiteral("; "))));
                 }
             } else {
-                const QString v = it.value().isString() ? Quoted(it.value().toString())
-                                                        : QString::number(it.value().toDouble());
-                Out(QStringLiteral("    %1: %2").arg(it.key(), v));
+                const QString v =
+                    value.isString() ? Quoted(value.toString()) : QString::number(value.toDouble());
+                Out(QStringLiteral("    %1: %2").arg(key, v));
             }
         }
     }
