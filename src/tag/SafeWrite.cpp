@@ -97,14 +97,11 @@ bool CanRewrite(const QString& path, QString* error) {
             *error = QStringLiteral("%1 is not a file.").arg(QDir::toNativeSeparators(path));
         return false;
     }
-    // The mode bits that apply to us; root gets no exception, a read-only file is
-    // read-only for everyone here.
-    mode_t bit = S_IWOTH;
-    if (::geteuid() == st.st_uid)
-        bit = S_IWUSR;
-    else if (::getegid() == st.st_gid)
-        bit = S_IWGRP;
-    if ((st.st_mode & bit) == 0 || ::access(native.constData(), W_OK) != 0) {
+    // Root may write anything; for root a file without any write bit counts as read-only
+    // all the same, so that the user's protection holds. Everyone else asks the system.
+    const bool writable = ::geteuid() == 0 ? (st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0
+                                           : ::access(native.constData(), W_OK) == 0;
+    if (!writable) {
         if (error)
             *error = QStringLiteral("The file %1 is write-protected.").arg(QDir::toNativeSeparators(path));
         return false;

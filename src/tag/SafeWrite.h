@@ -9,9 +9,9 @@
 
 namespace qlt_tag {
 
-// Whether the file may be changed: it exists, is a regular file, has a write permission
-// for us (checked on the mode bits, so that running as root does not override a
-// read-only file) and its folder takes the temporary file. Fills error if not.
+// Whether the file may be changed: it exists, is a regular file, we may write it (for
+// root: it has any write bit at all, so that a read-only file stays read-only even then)
+// and its folder takes the temporary file. Fills error if not.
 bool CanRewrite(const QString& path, QString* error);
 
 // Writes head + bytes [bodyStart, bodyEnd) of source + tail into a temporary file beside
