@@ -150,6 +150,21 @@ private slots:
         }
     }
 
+    void apeFooterWithoutItsHeader() {
+        ApeData a;
+        a.SetText("Title", QStringLiteral("a"));
+        const QByteArray full = RenderApe(a);
+        const QByteArray noHeader = full.mid(32); // the footer still says "with header"
+        const QByteArray file = QByteArray(1000, '\x55') + noHeader;
+        TagLib::ByteVectorStream s(Bv(file));
+        const std::vector<TrailerBlock> blocks = ScanTrailer(&s, file.size(), 0);
+        QCOMPARE(blocks.size(), size_t(1));
+        QCOMPARE(blocks.front().offset, 1000); // no audio byte taken for a header
+        ApeData r;
+        QVERIFY(ParseApe(file.mid(1000), &r));
+        QCOMPARE(r.Text("Title"), QStringLiteral("a"));
+    }
+
     void adtsWalk() {
         const QByteArray aac = tagtest::ReadAll(FixtureDir() + QStringLiteral("/tone.aac"));
         TagLib::ByteVectorStream s(Bv(aac));

@@ -86,8 +86,12 @@ std::vector<TrailerBlock> ScanTrailer(TagLib::IOStream* stream, long long fileSi
             const quint32 size = Le32(t - 32 + 12);
             const quint32 flags = Le32(t - 32 + 20);
             long long total = static_cast<long long>(size) + ((flags & 0x80000000u) ? 32 : 0);
-            if (size < 32 || total > avail)
+            if (size < 32 || static_cast<long long>(size) > avail)
                 break;
+            // A header announced but missing: the tag starts behind where it would be, and
+            // the bytes in front of it stay with the audio.
+            if (total != size && (total > avail || ReadAt(stream, end - total, 8) != "APETAGEX"))
+                total = size;
             block = {BlockKind::Ape, end - total, total};
         } else if (avail >= 15 && std::memcmp(t - 9, "LYRICS200", 9) == 0) {
             const QByteArray digits(t - 15, 6);
