@@ -289,6 +289,27 @@ private slots:
         QVERIFY(v2.table()->viewport()->rect().contains(RowPoint(v2, 700)));
     }
 
+    void resetKeepsTheScrollPosition() {
+        // A changed row or a new row at the end must not throw the user back to the top.
+        auto g = MakeGrid(2000);
+        DataGridView v(g.get());
+        v.resize(600, 300);
+        v.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&v));
+        g->SetCurRow(1000);
+        const int value = v.table()->verticalScrollBar()->value();
+        QVERIFY(value > 900);
+        g->SetRowCells(1000, {"changed"});
+        QCOMPARE(v.table()->verticalScrollBar()->value(), value);
+        g->AddItem("new");
+        QCOMPARE(v.table()->verticalScrollBar()->value(), value);
+        QCOMPARE(v.table()->currentIndex().row(), 999);
+        g->LockUpdate(true);
+        g->SetCellText(1000, 1, "x");
+        g->LockUpdate(false);
+        QCOMPARE(v.table()->verticalScrollBar()->value(), value);
+    }
+
     void autoSize() {
         auto g = MakeGrid(10);
         g->SetCellText(7, 3, QString(60, QLatin1Char('W')));
