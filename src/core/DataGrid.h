@@ -114,7 +114,9 @@ public:
     bool SaveFile(const QString& path) const;
     // keepColumns: the grid keeps its own column definitions and takes only rows and
     // cells from the file (used for saved lists). A grid without columns always takes
-    // the file's columns.
+    // the file's columns. Without keepColumns the file's definitions replace the grid's,
+    // but a load never removes columns: those beyond the file's stay, with empty cells.
+    // A failed load (false, reason in LastFileError) leaves the grid as it was.
     bool LoadFile(const QString& path, bool keepColumns = false);
     QString LastFileError() const { return m_lastFileError; }
 
