@@ -141,7 +141,7 @@ private slots:
             return s;
         };
         g.LockUpdate(true);
-        for (int r = 0; r < 400; ++r) {
+        for (int r = 0; r < 2500; ++r) { // some 4 MB: lines cross the reader's 1 MB pieces
             QStringList cells;
             for (int c = 0; c < 71; ++c)
                 cells << word(int(rng() % 41));

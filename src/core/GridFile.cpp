@@ -546,33 +546,53 @@ bool GridFile::Load(DataGrid& g, const QString& path, bool keepColumns) {
         g.m_lastFileError = file.errorString();
         return false;
     }
-    const QByteArray data = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        g.m_lastFileError = file.errorString();
-        return false;
-    }
-    file.close();
     auto fail = [&](const char* why) {
         g.m_lastFileError = QString::fromLatin1(why);
         return false;
     };
-
-    qsizetype pos = 0;
-    if (data.startsWith("\xEF\xBB\xBF"))
-        pos = 3; // a byte order mark that an editor may have put in front
-    auto nextLine = [&](QByteArrayView& line) {
-        if (pos >= data.size())
-            return false;
-        const qsizetype nl = data.indexOf('\n', pos);
-        if (nl < 0)
-            return false; // every line, the last included, ends in a line feed
-        qsizetype end = nl;
-        if (end > pos && data[end - 1] == '\r')
-            --end;
-        line = QByteArrayView(data).sliced(pos, end - pos);
-        pos = nl + 1;
-        return true;
+    // The file is read in pieces of a megabyte and parsed as it comes: the bytes are
+    // still in the cache when they are decoded, and no buffer of the file's size is
+    // needed. A line view stays valid until the next call of nextLine.
+    const qint64 fileSize = file.size();
+    QByteArray buf;
+    qsizetype begin = 0, filled = 0;
+    bool atEnd = false, readError = false;
+    auto fill = [&] {
+        if (begin > 0) {
+            std::memmove(buf.data(), buf.constData() + begin, std::size_t(filled - begin));
+            filled -= begin;
+            begin = 0;
+        }
+        if (buf.size() - filled < kChunk)
+            buf.resize(std::max(buf.size() * 2, filled + kChunk));
+        const qint64 n = file.read(buf.data() + filled, buf.size() - filled);
+        if (n < 0)
+            readError = true;
+        if (n <= 0)
+            atEnd = true;
+        else
+            filled += qsizetype(n);
     };
+    auto nextLine = [&](QByteArrayView& line) {
+        for (;;) {
+            const void* nl = std::memchr(buf.constData() + begin, '\n', std::size_t(filled - begin));
+            if (nl) {
+                const qsizetype at = static_cast<const char*>(nl) - buf.constData();
+                qsizetype end = at;
+                if (end > begin && buf[end - 1] == '\r')
+                    --end;
+                line = QByteArrayView(buf.constData() + begin, end - begin);
+                begin = at + 1;
+                return true;
+            }
+            if (atEnd)
+                return false; // every line, the last included, ends in a line feed
+            fill();
+        }
+    };
+    fill();
+    if (filled >= 3 && std::memcmp(buf.constData(), "\xEF\xBB\xBF", 3) == 0)
+        begin = 3; // a byte order mark that an editor may have put in front
 
     QByteArrayView line;
     QStringList fields;
@@ -588,7 +608,7 @@ bool GridFile::Load(DataGrid& g, const QString& path, bool keepColumns) {
     if (!nextLine(line) || !line.startsWith("C\t") || !ToInt(line.sliced(2), cols, 0, kMaxColumns))
         return fail("bad column count");
     // A column line takes at least 14 bytes: a count larger than the file can hold is a lie.
-    if (qint64(cols) * 14 > data.size())
+    if (qint64(cols) * 14 > fileSize)
         return fail("column count larger than the file");
     std::vector<GridColumn> columns;
     columns.reserve(std::size_t(cols));
@@ -614,7 +634,7 @@ bool GridFile::Load(DataGrid& g, const QString& path, bool keepColumns) {
         !ToInt(line.sliced(2), rows, 0, std::numeric_limits<int>::max()))
         return fail("bad row count");
     // A row line takes at least three bytes: guard the reservation against a lying count.
-    if (qint64(rows) * 3 > data.size() - pos)
+    if (qint64(rows) * 3 > fileSize)
         return fail("row count larger than the file");
 
     const bool takeColumns = !keepColumns || g.Cols() == 0;
@@ -629,9 +649,12 @@ bool GridFile::Load(DataGrid& g, const QString& path, bool keepColumns) {
             return fail("bad escape");
         newRows.push_back(std::move(r));
     }
-    if (!nextLine(line) || !line.startsWith("E\t") || line.sliced(2) != QByteArray::number(rows) ||
-        pos != data.size())
-        return fail("missing end of file");
+    if (!nextLine(line) || !line.startsWith("E\t") || line.sliced(2) != QByteArray::number(rows))
+        return readError ? fail("read error") : fail("missing end of file");
+    while (begin == filled && !atEnd)
+        fill();
+    if (begin != filled || readError)
+        return readError ? fail("read error") : fail("data behind the end of the file");
 
     // Everything read: only now does the grid change.
     if (takeColumns) {
