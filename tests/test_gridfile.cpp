@@ -125,6 +125,66 @@ private slots:
         }
     }
 
+    void roundTripPlainAndLong() {
+        // Plain ASCII rows take the fast paths of writer and reader: cells of every length
+        // around their 8- and 16-character steps, and lines much longer than that.
+        std::mt19937 rng(5);
+        DataGrid g;
+        for (int c = 1; c <= 71; ++c)
+            g.AddColumn(QStringLiteral("c%1").arg(c), QString());
+        auto word = [&](int len) {
+            QString s;
+            for (int i = 0; i < len; ++i) {
+                const char ch = char('!' + rng() % 90);
+                s += QLatin1Char(ch == '\\' ? 'x' : ch);
+            }
+            return s;
+        };
+        g.LockUpdate(true);
+        for (int r = 0; r < 2500; ++r) { // some 4 MB: lines cross the reader's 1 MB pieces
+            QStringList cells;
+            for (int c = 0; c < 71; ++c)
+                cells << word(int(rng() % 41));
+            if (r % 7 == 0)
+                cells[int(rng() % 71)] = QStringLiteral("Ärger über Groß 😀 ") + word(30);
+            if (r % 11 == 0)
+                cells[int(rng() % 71)] = word(20) + QStringLiteral("\\tab\there") + word(20);
+            g.AddRow(cells, word(int(rng() % 20)));
+        }
+        g.LockUpdate(false);
+        const QString path = m_dir.filePath("plain.grid");
+        QVERIFY(g.SaveFile(path));
+        DataGrid h;
+        QVERIFY(h.LoadFile(path));
+        QCOMPARE(DumpGrid(h), DumpGrid(g).replace(QStringLiteral("cur|0"), QStringLiteral("cur|1")));
+    }
+
+    void brokenUtf8() {
+        // Bytes that are no UTF-8 read as U+FFFD, one for each, and never overrun the row.
+        const QString path = m_dir.filePath("broken.grid");
+        QList<QByteArray> cells = {QByteArray(100, '\x80'), "\xC3\x41\x80",   QByteArray(40, '\xBF') + "ab",
+                                   "\xF0\x9F\x98",          "\xED\xA0\x80",   "\xC0\xAF",
+                                   QByteArray(33, '\xFF'),  "ok \xE2\x82\xAC"};
+        QByteArray file = "QLTGRID\t1\nC\t8\n";
+        for (int c = 0; c < 8; ++c)
+            file += "c\tk\tc\t100\t0\t1\t0\n";
+        file += "R\t1\nr\t\x80\x80key";
+        for (const QByteArray& c : cells)
+            file += '\t' + c;
+        file += "\nE\t1\n";
+        QVERIFY(WriteAll(path, file));
+        DataGrid g;
+        QVERIFY(g.LoadFile(path));
+        QCOMPARE(g.CellText(1, 1), QString(100, QChar(0xFFFD)));
+        QCOMPARE(g.CellText(1, 2), QString(QChar(0xFFFD)) + "A" + QChar(0xFFFD));
+        QCOMPARE(g.CellText(1, 3), QString(40, QChar(0xFFFD)) + "ab");
+        QCOMPARE(g.CellText(1, 7), QString(33, QChar(0xFFFD)));
+        QCOMPARE(g.CellText(1, 8), QString::fromUtf8("ok €"));
+        QCOMPARE(g.RowKey(1), QString(2, QChar(0xFFFD)) + "key");
+        for (int c = 4; c <= 6; ++c)
+            QVERIFY(g.CellText(1, c).contains(QChar(0xFFFD)));
+    }
+
     void emptyGrids() {
         const QString path = m_dir.filePath("empty.grid");
         DataGrid none; // no columns, no rows

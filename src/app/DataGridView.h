@@ -2,6 +2,10 @@
 // DataGridView: shows a DataGrid as a table with a footer row that stays aligned with
 // the columns while they are resized, hidden or scrolled; header colours; multi-row
 // selection kept in the grid itself; a header click sorts by that column.
+//
+// The view reads the grid on every paint and keeps no copy: only the rows in sight are
+// ever formatted. Mouse and keys write the grid's selection and CurRow; the grid's
+// signals bring its changes to the screen. The grid must outlive the view.
 
 #include <QWidget>
 
@@ -18,7 +22,9 @@ public:
     QTableView* table() const; // the inner view, for focus and key handling
     QWidget* footer() const;   // the footer row
 
-    // Column widths as the user left them, as one text (for the ColWidths store).
+    // Column widths as the user left them, as one text (for the ColWidths store): the
+    // widths in twips of all columns in column order, separated by commas. Setting it
+    // ignores damaged entries and keeps each column at least at its minimum width.
     QString ColumnWidthsText() const;
     void SetColumnWidthsText(const QString& text);
 
@@ -30,9 +36,11 @@ public:
     int SortOrder() const;
 
 signals:
-    void currentRowChanged(int row); // 1-based; follows clicks and keys
+    void currentRowChanged(int row); // 1-based; follows clicks, keys and the grid's CurRow
     void rowDoubleClicked(int row);
-    void keyPressed(int key, int modifiers); // keys the view does not consume itself
+    // Keys the view does not take for itself (it takes the arrows, Page Up/Down,
+    // Home/End, Ctrl+Space); the event then goes on to the parent.
+    void keyPressed(int key, int modifiers);
 
 private:
     struct Impl;

@@ -11,6 +11,22 @@ DataGrid::~DataGrid() = default;
 
 // ---- helpers -----------------------------------------------------------------------
 
+// Loops over all rows wait mostly for memory, as each row lives in its own block. This
+// asks for the block of a row some steps ahead, and for the cell of a row a little less
+// far ahead, whose offsets have arrived by then.
+void DataGrid::PrefetchCell(const std::vector<Row>& rows, std::size_t r, std::size_t n, std::size_t col) {
+    constexpr std::size_t kFar = 16, kNear = 8;
+    if (r + kFar < n)
+        __builtin_prefetch(rows[r + kFar].data.constData());
+    if (r + kNear < n) {
+        const Row& ahead = rows[r + kNear];
+        if (col < ahead.cells) {
+            const QChar* p = ahead.data.constData() + ahead.TextStart() + (col ? ahead.End(col - 1) : 0);
+            __builtin_prefetch(p);
+        }
+    }
+}
+
 void DataGrid::CheckRow(int row) const {
     if (row < 1 || row > Rows())
         throw std::out_of_range("DataGrid: row out of range");
@@ -22,21 +38,27 @@ void DataGrid::CheckCol(int col) const {
 }
 
 DataGrid::Row DataGrid::MakeRow(const QStringList& cells, const QString& key) {
-    Row r;
-    qsizetype total = 0;
-    for (const QString& c : cells)
-        total += c.size();
-    r.text.reserve(total);
-    r.ends.reserve(cells.size());
-    for (const QString& c : cells) {
-        r.text += c;
-        r.ends.push_back(std::uint32_t(r.text.size()));
-    }
     // Trailing empty cells cost nothing to leave out.
-    while (!r.ends.empty() &&
-           (r.ends.size() == 1 ? r.ends.back() == 0 : r.ends.back() == r.ends[r.ends.size() - 2]))
-        r.ends.pop_back();
-    r.key = key;
+    qsizetype n = cells.size();
+    while (n > 0 && cells[n - 1].isEmpty())
+        --n;
+    qsizetype total = 0;
+    for (qsizetype i = 0; i < n; ++i)
+        total += cells[i].size();
+    Row r;
+    r.cells = std::uint32_t(n);
+    r.keyLen = std::uint32_t(key.size());
+    r.data = QString(2 * n + key.size() + total, Qt::Uninitialized);
+    QChar* out = r.data.data();
+    std::memcpy(static_cast<void*>(out + 2 * n), key.constData(), std::size_t(key.size()) * sizeof(QChar));
+    QChar* text = out + 2 * n + key.size();
+    std::uint32_t pos = 0;
+    for (qsizetype i = 0; i < n; ++i) {
+        std::memcpy(static_cast<void*>(text + pos), cells[i].constData(),
+                    std::size_t(cells[i].size()) * sizeof(QChar));
+        pos += std::uint32_t(cells[i].size());
+        r.SetEnd(std::size_t(i), pos);
+    }
     return r;
 }
 
@@ -216,17 +238,10 @@ void DataGrid::MoveRow(int from, int to) {
     NoteRowsChanged();
 }
 
-QStringView DataGrid::RowCell(const Row& r, std::size_t i) {
-    if (i >= r.ends.size())
-        return {};
-    const std::uint32_t begin = i == 0 ? 0 : r.ends[i - 1];
-    return QStringView(r.text.constData() + begin, qsizetype(r.ends[i] - begin));
-}
-
 QStringView DataGrid::CellView(int row, int col) const {
     CheckRow(row);
     CheckCol(col);
-    return RowCell(m_rows[std::size_t(row - 1)], std::size_t(col - 1));
+    return m_rows[std::size_t(row - 1)].Cell(std::size_t(col - 1));
 }
 
 QString DataGrid::CellText(int row, int col) const {
@@ -236,22 +251,27 @@ QString DataGrid::CellText(int row, int col) const {
 void DataGrid::SetCellText(int row, int col, const QString& text) {
     CheckRow(row);
     CheckCol(col);
-    Row& r = m_rows[row - 1];
+    Row& r = m_rows[std::size_t(row - 1)];
     const std::size_t i = std::size_t(col - 1);
-    if (i >= r.ends.size()) {
+    if (i >= r.cells) {
         if (text.isEmpty())
             return;
-        const std::uint32_t end = r.ends.empty() ? 0 : r.ends.back();
-        r.ends.resize(i + 1, end);
+        // Room for the offsets of the new (empty) cells up to this one.
+        const std::uint32_t end = r.TextSize();
+        const std::size_t more = i + 1 - r.cells;
+        r.data.insert(qsizetype(2 * std::size_t(r.cells)), QString(qsizetype(2 * more), QChar()));
+        r.cells = std::uint32_t(i + 1);
+        for (std::size_t k = i + 1 - more; k <= i; ++k)
+            r.SetEnd(k, end);
     }
-    const std::uint32_t begin = i == 0 ? 0 : r.ends[i - 1];
-    const std::uint32_t oldLen = r.ends[i] - begin;
-    if (QStringView(r.text).mid(begin, oldLen) == text)
+    const std::uint32_t begin = i ? r.End(i - 1) : 0;
+    const std::uint32_t oldLen = r.End(i) - begin;
+    if (r.Cell(i) == text)
         return;
-    r.text.replace(begin, oldLen, text);
+    r.data.replace(qsizetype(r.TextStart() + begin), qsizetype(oldLen), text);
     const std::int64_t delta = std::int64_t(text.size()) - std::int64_t(oldLen);
-    for (std::size_t k = i; k < r.ends.size(); ++k)
-        r.ends[k] = std::uint32_t(std::int64_t(r.ends[k]) + delta);
+    for (std::size_t k = i; k < r.cells; ++k)
+        r.SetEnd(k, std::uint32_t(std::int64_t(r.End(k)) + delta));
     if (m_locked)
         m_pendingRows = true;
     else
@@ -269,7 +289,7 @@ QStringList DataGrid::RowCells(int row) const {
 void DataGrid::SetRowCells(int row, const QStringList& cells) {
     CheckRow(row);
     Row& r = m_rows[row - 1];
-    Row n = MakeRow(cells, r.key);
+    Row n = MakeRow(cells, r.Key().toString());
     n.selected = r.selected;
     r = std::move(n);
     if (m_locked)
@@ -280,12 +300,14 @@ void DataGrid::SetRowCells(int row, const QStringList& cells) {
 
 QString DataGrid::RowKey(int row) const {
     CheckRow(row);
-    return m_rows[row - 1].key;
+    return m_rows[std::size_t(row - 1)].Key().toString();
 }
 
 void DataGrid::SetRowKey(int row, const QString& key) {
     CheckRow(row);
-    m_rows[row - 1].key = key;
+    Row& r = m_rows[std::size_t(row - 1)];
+    r.data.replace(qsizetype(2 * std::size_t(r.cells)), qsizetype(r.keyLen), key);
+    r.keyLen = std::uint32_t(key.size());
 }
 
 // ---- selection ---------------------------------------------------------------------
@@ -531,9 +553,11 @@ void DataGrid::DoSort(const QString& columns, int order) {
     // One pass over the rows, all keys of a row at once: a row is read from memory once.
     for (std::size_t r = 0; r < n; ++r) {
         const Row& row = m_rows[r];
+        for (int c : cols)
+            PrefetchCell(m_rows, r, n, std::size_t(c - 1));
         for (std::size_t k = 0; k < cols.size(); ++k) {
             Key& key = keys[k];
-            const QStringView v = RowCell(row, std::size_t(cols[k] - 1));
+            const QStringView v = row.Cell(std::size_t(cols[k] - 1));
             if (key.type == SortType::Text) {
                 for (QChar ch : v) {
                     const char16_t u = ch.unicode();
@@ -654,9 +678,11 @@ int DataGrid::FindRow(const QString& text, int col, int start, bool exact) const
         return 0;
     const std::size_t i = std::size_t(col - 1);
     const QString folded = text.toCaseFolded();
+    const std::size_t n = m_rows.size();
     for (int r = std::max(start, 1); r <= Rows(); ++r) {
+        PrefetchCell(m_rows, std::size_t(r - 1), n, i);
         // Read the cell in place: no range checks in this loop over all rows.
-        const QStringView v = RowCell(m_rows[std::size_t(r - 1)], i);
+        const QStringView v = m_rows[std::size_t(r - 1)].Cell(i);
         if (exact) {
             // Case folding keeps the length of every UTF-16 unit: different lengths never match.
             if (v.size() == text.size() && v.compare(text, Qt::CaseInsensitive) == 0)

@@ -3,8 +3,8 @@
 // multi-row selection, a current row and per-column footers. It needs no window: a
 // view (src/app/DataGridView) shows it and follows its signals.
 //
-// Rows are stored compactly (one string per row plus cell end offsets) because the
-// data list holds up to 200,000 rows of 71 cells. A row may hold fewer cells than the
+// Rows are stored compactly (one allocation per row: cell end offsets, key and cells)
+// because the data list holds up to 200,000 rows of 71 cells. A row may hold fewer cells than the
 // grid has columns; the missing cells read as empty.
 
 #include <QObject>
@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <QStringView>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 enum class Align { Left = 0, Right = 1, Center = 2 };
@@ -24,8 +25,8 @@ constexpr BgrColor kNoColor = 0xFFFFFFFFu;
 struct GridColumn {
     QString key;
     QString caption;
-    int width = 1200;     // twips (pixels = twips / 15)
-    int minWidth = 0;     // twips; the view never makes the column narrower
+    int width = 1200; // twips (pixels = twips / 15)
+    int minWidth = 0; // twips; the view never makes the column narrower
     Align align = Align::Left;
     bool visible = true;
     SortType sortType = SortType::Text;
@@ -42,8 +43,8 @@ public:
     // ---- columns -------------------------------------------------------------------
     int Cols() const { return int(m_columns.size()); }
     // Appends a column and returns its number. Width in twips.
-    int AddColumn(const QString& key, const QString& caption, int widthTwips = 1200, Align align = Align::Left,
-                  bool visible = true, SortType sortType = SortType::Text);
+    int AddColumn(const QString& key, const QString& caption, int widthTwips = 1200,
+                  Align align = Align::Left, bool visible = true, SortType sortType = SortType::Text);
     const GridColumn& Column(int col) const;
     GridColumn& Column(int col); // call ColumnsChanged() after editing through this
     void ColumnsChanged();
@@ -113,12 +114,14 @@ public:
     bool SaveFile(const QString& path) const;
     // keepColumns: the grid keeps its own column definitions and takes only rows and
     // cells from the file (used for saved lists). A grid without columns always takes
-    // the file's columns.
+    // the file's columns. Without keepColumns the file's definitions replace the grid's,
+    // but a load never removes columns: those beyond the file's stay, with empty cells.
+    // A failed load (false, reason in LastFileError) leaves the grid as it was.
     bool LoadFile(const QString& path, bool keepColumns = false);
     QString LastFileError() const { return m_lastFileError; }
 
     // ---- free slots ----------------------------------------------------------------
-    QString Tag;           // "edited", "changes", ...
+    QString Tag; // "edited", "changes", ...
     BgrColor highlightColor = 0xC0FFFF;
 
     // Number parse used by sums and the number sort: leading blanks, an optional sign,
@@ -132,25 +135,48 @@ public:
     static qint64 DateSortKey(QStringView text);
 
 signals:
-    void rowsReset();            // rows were added, removed, reordered or many cells changed
+    void rowsReset(); // rows were added, removed, reordered or many cells changed
     void cellChanged(int row, int col);
-    void columnsChanged();       // definitions, captions, widths, visibility
+    void columnsChanged(); // definitions, captions, widths, visibility
     void footersChanged();
     void selectionChanged();
     void currentRowChanged(int row);
     void autoSizeRequested(int col);
 
 private:
+    // One row in a single allocation, since a list holds up to 200,000 of them: the end
+    // offsets of its cells (two UTF-16 units each), then the key, then the cells back to
+    // back. Trailing empty cells need not be stored.
     struct Row {
-        QString text;                   // all cells, back to back
-        std::vector<std::uint32_t> ends; // end offset of each cell in `text`
-        QString key;
+        QString data;
+        std::uint32_t cells = 0;  // stored cells
+        std::uint32_t keyLen = 0; // UTF-16 units of the key
         bool selected = false;
+
+        std::uint32_t End(std::size_t i) const {
+            std::uint32_t v;
+            std::memcpy(&v, data.constData() + 2 * i, sizeof v);
+            return v;
+        }
+        void SetEnd(std::size_t i, std::uint32_t v) {
+            std::memcpy(static_cast<void*>(data.data() + 2 * i), &v, sizeof v);
+        }
+        std::size_t TextStart() const { return 2 * std::size_t(cells) + keyLen; }
+        std::uint32_t TextSize() const { return cells ? End(cells - 1) : 0; }
+        QStringView Key() const {
+            return QStringView(data.constData() + 2 * std::size_t(cells), qsizetype(keyLen));
+        }
+        QStringView Cell(std::size_t i) const {
+            if (i >= cells)
+                return {};
+            const std::uint32_t begin = i ? End(i - 1) : 0;
+            return QStringView(data.constData() + TextStart() + begin, qsizetype(End(i) - begin));
+        }
     };
     friend class GridFile;
 
     static Row MakeRow(const QStringList& cells, const QString& key);
-    static QStringView RowCell(const Row& r, std::size_t i); // 0-based cell, empty beyond the row
+    static void PrefetchCell(const std::vector<Row>& rows, std::size_t r, std::size_t n, std::size_t col);
     void CheckRow(int row) const;
     void CheckCol(int col) const;
     void NoteRowsChanged();

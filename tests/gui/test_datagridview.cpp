@@ -289,6 +289,74 @@ private slots:
         QVERIFY(v2.table()->viewport()->rect().contains(RowPoint(v2, 700)));
     }
 
+    void resetKeepsTheScrollPosition() {
+        // A changed row or a new row at the end must not throw the user back to the top.
+        auto g = MakeGrid(2000);
+        DataGridView v(g.get());
+        v.resize(600, 300);
+        v.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&v));
+        g->SetCurRow(1000);
+        const int value = v.table()->verticalScrollBar()->value();
+        QVERIFY(value > 900);
+        g->SetRowCells(1000, {"changed"});
+        QCOMPARE(v.table()->verticalScrollBar()->value(), value);
+        g->AddItem("new");
+        QCOMPARE(v.table()->verticalScrollBar()->value(), value);
+        QCOMPARE(v.table()->currentIndex().row(), 999);
+        g->LockUpdate(true);
+        g->SetCellText(1000, 1, "x");
+        g->LockUpdate(false);
+        QCOMPARE(v.table()->verticalScrollBar()->value(), value);
+    }
+
+    void dragAndRightClick() {
+        auto g = MakeGrid(30);
+        DataGridView v(g.get());
+        v.resize(600, 400);
+        v.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&v));
+        QWidget* vp = v.table()->viewport();
+        QTest::mousePress(vp, Qt::LeftButton, Qt::NoModifier, RowPoint(v, 2));
+        QMouseEvent move(QEvent::MouseMove, QPointF(RowPoint(v, 6)), vp->mapToGlobal(QPointF(RowPoint(v, 6))),
+                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(vp, &move);
+        QTest::mouseRelease(vp, Qt::LeftButton, Qt::NoModifier, RowPoint(v, 6));
+        QCOMPARE(g->SelectedRows(), (std::vector<int>{2, 3, 4, 5, 6}));
+        QCOMPARE(g->CurRow(), 6);
+        // a right click inside the selection keeps it, outside it selects that row
+        QTest::mouseClick(vp, Qt::RightButton, Qt::NoModifier, RowPoint(v, 4));
+        QCOMPARE(g->SelCount(), 5);
+        QCOMPARE(g->CurRow(), 4);
+        QTest::mouseClick(vp, Qt::RightButton, Qt::NoModifier, RowPoint(v, 9));
+        QCOMPARE(g->SelectedRows(), std::vector<int>{9});
+    }
+
+    void headerColourIsPainted() {
+        auto g = MakeGrid(3);
+        g->Column(2).headerColor = 0xFF0000; // blue
+        g->Column(3).headerColor = 0x0080FF; // orange
+        g->ColumnsChanged();
+        DataGridView v(g.get());
+        v.resize(600, 200);
+        v.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&v));
+        QHeaderView* h = v.table()->horizontalHeader();
+        const QImage img = h->grab().toImage();
+        auto at = [&](int col) {
+            return img.pixelColor(h->sectionViewportPosition(col - 1) + 3, h->height() / 2 - 4);
+        };
+        QCOMPARE(at(2), QColor(0, 0, 255));
+        QCOMPARE(at(3), QColor(255, 128, 0));
+        QVERIFY(at(1) != QColor(0, 0, 255) && at(1) != QColor(255, 128, 0));
+        // the selected row is painted in the highlight colour
+        g->SetSelected(2, true);
+        QApplication::processEvents();
+        const QImage rows = v.table()->viewport()->grab().toImage();
+        const QPoint p = RowPoint(v, 2, 1) + QPoint(v.table()->columnWidth(0) / 2 - 3, 0);
+        QCOMPARE(rows.pixelColor(p), QColor(0xFF, 0xFF, 0xC0));
+    }
+
     void autoSize() {
         auto g = MakeGrid(10);
         g->SetCellText(7, 3, QString(60, QLatin1Char('W')));
