@@ -13,6 +13,7 @@
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
+#include "tag/TagEngine.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
@@ -105,10 +106,7 @@ FrmCap* FrmInput::Cap() {
 
 StartupSteps FrmInput::Steps() {
     StartupSteps s;
-    s.createTagEngine = [] {
-        // HOOK(TagEngine): the one TagEngine of the program is created here, first of
-        // all, once src/tag/TagEngine.h is on this branch.
-    };
+    s.createTagEngine = [] { (void)TagEngine::Shared(); };
     s.fillLanguageChooser = [this](const std::vector<LanguageEntry>& l) {
         frmPreferences->SetCmbLanguages(l);
     };
