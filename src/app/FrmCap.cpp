@@ -232,7 +232,7 @@ void FrmCap::CommitEdit() {
 void FrmCap::LngImport() {
     const int slot = ChosenSlot();
     if (slot == 0) {
-        AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_ChooseSlot")), Prompt::Icon::Information);
+        AppPrompt().Tell(Caption(CapChooseImportSlot), Prompt::Icon::Information);
         return;
     }
     const QString file = pickFile(Caption(CapImportLanguageTitle), AppFile(QStringLiteral("language")),
@@ -255,7 +255,7 @@ void FrmCap::LngImport() {
 void FrmCap::LngExport() {
     const int col = ChosenColumn();
     if (col < kLanguageGerman) {
-        AppPrompt().Tell(UiText(QStringLiteral("msgFrmCap_ChooseLanguage")), Prompt::Icon::Information);
+        AppPrompt().Tell(Caption(CapChooseLanguageFirst), Prompt::Icon::Information);
         return;
     }
     const QString chosen =

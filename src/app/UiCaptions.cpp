@@ -19,15 +19,6 @@
 #include <vector>
 
 namespace {
-struct Pending {
-    QString de, en;
-};
-
-QHash<QString, Pending>& PendingTexts() { // key: objectName + '\t' + kind
-    static QHash<QString, Pending> t;
-    return t;
-}
-
 std::vector<QPointer<QWidget>>& Roots() {
     static std::vector<QPointer<QWidget>> r;
     return r;
@@ -38,17 +29,6 @@ QString ReadResource(const QString& path) {
     if (!f.open(QIODevice::ReadOnly))
         return QString();
     return QString::fromUtf8(f.readAll());
-}
-
-QString KindKey(const ControlCaption& c) {
-    return c.index >= 0 ? c.kind + u':' + QString::number(c.index) : c.kind;
-}
-
-QString PendingText(const QString& objectName, const QString& kind) {
-    const auto it = PendingTexts().constFind(objectName + u'\t' + kind);
-    if (it == PendingTexts().constEnd())
-        return QString();
-    return LanguageColumn() == kLanguageGerman ? it->de : it->en;
 }
 
 void Apply(QWidget* w, const QString& kind, int index, const QString& text, bool toolTips) {
@@ -76,37 +56,14 @@ void Apply(QWidget* w, const QString& kind, int index, const QString& text, bool
     }
 }
 
-// One widget: every assigned entry of its name, then the pending texts of kinds that
-// have no row yet.
+// One widget: every entry of the register under its name.
 void ApplyTo(QWidget* w, const QMultiHash<QString, const ControlCaption*>& byName, bool toolTips) {
     const QString name = w->objectName();
     if (name.isEmpty())
         return;
-    QStringList done;
     for (auto it = byName.constFind(name); it != byName.constEnd() && it.key() == name; ++it) {
         const ControlCaption* c = it.value();
         Apply(w, c->kind, c->index, Caption(c->row), toolTips);
-        done << KindKey(*c);
-    }
-    for (const char* k : {"text", "tooltip", "title"}) {
-        const QString kind = QString::fromLatin1(k);
-        if (done.contains(kind))
-            continue;
-        const auto it = PendingTexts().constFind(name + u'\t' + kind);
-        if (it != PendingTexts().constEnd())
-            Apply(w, kind, -1, LanguageColumn() == kLanguageGerman ? it->de : it->en, toolTips);
-    }
-    const int count = qobject_cast<QTabWidget*>(w)  ? qobject_cast<QTabWidget*>(w)->count()
-                      : qobject_cast<QComboBox*>(w) ? qobject_cast<QComboBox*>(w)->count()
-                                                    : 0;
-    const QString indexed = qobject_cast<QTabWidget*>(w) ? QStringLiteral("tab") : QStringLiteral("item");
-    for (int i = 0; i < count; ++i) {
-        const QString kind = indexed + u':' + QString::number(i);
-        if (done.contains(kind))
-            continue;
-        const auto it = PendingTexts().constFind(name + u'\t' + kind);
-        if (it != PendingTexts().constEnd())
-            Apply(w, indexed, i, LanguageColumn() == kLanguageGerman ? it->de : it->en, toolTips);
     }
 }
 
@@ -125,18 +82,6 @@ void Walk(QWidget* root) {
 void LoadUiCaptionTables() {
     Q_INIT_RESOURCE(app); // src/app/app.qrc, in a static library
     SetControlCaptions(ParseControlCaptions(ReadResource(QStringLiteral(":/captions/control_captions.tsv"))));
-    PendingTexts().clear();
-    const QStringList lines = ReadResource(QStringLiteral(":/captions/pending_app.tsv")).split(u'\n');
-    for (QString line : lines) {
-        if (line.endsWith(u'\r'))
-            line.chop(1);
-        if (line.isEmpty() || line.startsWith(u'#'))
-            continue;
-        const QStringList f = line.split(u'\t');
-        if (f.size() < 4)
-            continue;
-        PendingTexts().insert(f[0] + u'\t' + f[1], Pending{f[2], f[3]});
-    }
 }
 
 void RegisterCaptionRoot(QWidget* root) {
@@ -168,8 +113,5 @@ void SetCaptionsOf(QWidget* root) {
 }
 
 QString UiText(const QString& objectName, const QString& kind) {
-    const QString assigned = NamedCaption(objectName, kind);
-    if (!assigned.isEmpty())
-        return assigned;
-    return PendingText(objectName, kind);
+    return NamedCaption(objectName, kind);
 }

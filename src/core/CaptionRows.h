@@ -190,6 +190,7 @@ constexpr CaptionRow CapFileReplaceQuestion = 868; // "A file with this name alr
 constexpr CaptionRow CapFileTrashQuestion = 869; // "Do you want to move this file to the trash?"
 constexpr CaptionRow CapFileDeleteQuestion = 870; // "Do you want to delete this file permanently?"
 constexpr CaptionRow CapExportWriteFailed = 871; // "The export file could not be written."
+constexpr CaptionRow CapChooseImportSlot = 882; // "Please choose the slot for the imported language first."
 constexpr CaptionRow CapNoPictureRow = 892; // "Please select a row with a picture."
 constexpr CaptionRow CapRenamed = 906; // "The file has been renamed."
 constexpr CaptionRow CapRenameFailedPlaylist = 907; // "The file could not be renamed."
