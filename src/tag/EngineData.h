@@ -1,0 +1,96 @@
+#pragma once
+// What TagEngine holds of the current file. Internal to src/tag.
+
+#include "tag/TagFields.h"
+#include "tag/TagLayout.h"
+
+#include <QByteArray>
+#include <QString>
+#include <array>
+#include <bitset>
+#include <vector>
+
+namespace TagLib {
+namespace ID3v2 {
+class Tag;
+}
+namespace Ogg {
+class XiphComment;
+}
+namespace ASF {
+class Tag;
+}
+} // namespace TagLib
+
+namespace qlt_tag {
+
+struct TextEntry {
+    QString language, description, text;
+};
+struct UserFrame {
+    QString name, text;
+};
+struct PictureEntry {
+    QString description;
+    int type = 3;
+    QString mime;
+    QByteArray data;
+};
+
+struct V2Lists {
+    std::vector<TextEntry> comments;
+    std::vector<TextEntry> lyrics;
+    std::vector<UserFrame> userFrames;
+    std::vector<PictureEntry> pictures;
+    bool commentsDirty = false;
+    bool lyricsDirty = false;
+    bool userFramesDirty = false;
+    bool picturesDirty = false;
+};
+
+struct EngineData {
+    QString path;
+    QString error;
+    int type = 0;
+    FileLayout layout;
+    qint64 size = 0;
+    float duration = 0;
+    int bitrate = 0;
+    int frequency = 0;
+    int containerTrack = 0; // the track of an MP4 file's own tag
+
+    std::array<QString, kTagFieldCount> fields;
+    std::bitset<kTagFieldCount> dirty;
+    int v1Genre = 255;
+
+    bool hasV1 = false, hasV2 = false, hasApe = false, hasLyrics = false;
+    QString v1Version, v2Version, apeVersion, lyricsVersion;
+    V2Lists v2;
+
+    QString& F(TagField f) { return fields[static_cast<size_t>(f)]; }
+    const QString& F(TagField f) const { return fields[static_cast<size_t>(f)]; }
+    bool Dirty(TagField f) const { return dirty.test(static_cast<size_t>(f)); }
+    void ClearSet(TagSet set);      // empties the fields of a set, not staged
+    void ClearDirty(TagSet set);    // forgets staged changes of a set
+};
+
+// Which types carry which set (see the table in TagEngine.h).
+bool ReadsSet(int type, TagSet set);
+bool WritesSet(int type, TagSet set);
+bool StripsSet(int type, TagSet set);
+
+// ---- ID3v2 -------------------------------------------------------------------------------
+void ReadId3v2(const TagLib::ID3v2::Tag& tag, EngineData& d);
+// Puts the fields and lists into tag: all of them, or only the staged ones.
+void ApplyId3v2(const EngineData& d, TagLib::ID3v2::Tag& tag, bool all);
+// Renders with the text encodings of every frame set for the version (3 or 4): a v2.3
+// tag carries only Latin-1 and UTF-16 text. Empty result for a tag without frames.
+QByteArray RenderId3v2(TagLib::ID3v2::Tag& tag, int version);
+
+// ---- typical sets --------------------------------------------------------------------------
+void ReadXiph(const TagLib::Ogg::XiphComment& tag, EngineData& d, TagSet set);
+void ApplyXiph(const EngineData& d, TagLib::Ogg::XiphComment& tag, TagSet set, bool all);
+void ReadAsf(const TagLib::ASF::Tag& tag, EngineData& d);
+void ApplyAsf(const EngineData& d, TagLib::ASF::Tag& tag, bool all);
+
+} // namespace qlt_tag

@@ -1,0 +1,453 @@
+// TagEngine: writing and stripping the tag sets. Every change goes through a temporary
+// copy beside the file (SafeWrite.h); the audio between the tags is copied byte for byte.
+#include "tag/TagEngine.h"
+
+#include "tag/EngineData.h"
+#include "tag/FormatRead.h"
+#include "tag/SafeWrite.h"
+#include "tag/TagStreams.h"
+#include "tag/TrailerTags.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
+#include <taglib/asffile.h>
+#include <taglib/flacfile.h>
+#include <taglib/id3v2framefactory.h>
+#include <taglib/id3v2tag.h>
+#include <taglib/oggflacfile.h>
+#include <taglib/opusfile.h>
+#include <taglib/speexfile.h>
+#include <taglib/tfilestream.h>
+#include <taglib/vorbisfile.h>
+
+using namespace qlt_tag;
+
+namespace {
+
+// The target file as it is on disk now.
+struct Target {
+    QString path;
+    int type = 0;
+    FileLayout layout;
+};
+
+bool SamePath(const QString& a, const QString& b) {
+    if (a == b)
+        return true;
+    const QFileInfo fa(a), fb(b);
+    return fa.exists() && fb.exists() && fa.canonicalFilePath() == fb.canonicalFilePath();
+}
+
+const char* SetLabel(TagSet set) {
+    switch (set) {
+    case TagSet::V1:
+        return "ID3v1";
+    case TagSet::V2:
+        return "ID3v2";
+    case TagSet::Ape:
+        return "APE";
+    case TagSet::Lyrics:
+        return "Lyrics3";
+    case TagSet::Wma:
+        return "WMA";
+    case TagSet::Flac:
+        return "FLAC";
+    case TagSet::Ogg:
+        return "Ogg";
+    default:
+        return "";
+    }
+}
+
+// Renders the trailer with the block of 'kind' replaced by 'bytes' (removed when empty),
+// or, for a new block, inserted in front of the first of 'before' that exists.
+QByteArray NewTrailer(TagLib::IOStream* stream, const FileLayout& lay, BlockKind kind, const QByteArray& bytes,
+                      std::initializer_list<BlockKind> before) {
+    bool placed = false;
+    QByteArray out;
+    auto isKind = [&](BlockKind k) {
+        if (kind == BlockKind::Lyrics3v2 || kind == BlockKind::Lyrics3v1)
+            return k == BlockKind::Lyrics3v2 || k == BlockKind::Lyrics3v1;
+        return k == kind;
+    };
+    // Where a new block goes: in front of the first block of a 'before' kind.
+    int insertAt = static_cast<int>(lay.trailer.size());
+    for (int i = 0; i < static_cast<int>(lay.trailer.size()); ++i) {
+        bool hit = false;
+        for (BlockKind b : before)
+            hit = hit || lay.trailer[static_cast<size_t>(i)].kind == b;
+        if (hit) {
+            insertAt = i;
+            break;
+        }
+    }
+    bool exists = false;
+    for (const TrailerBlock& b : lay.trailer)
+        exists = exists || isKind(b.kind);
+    for (int i = 0; i <= static_cast<int>(lay.trailer.size()); ++i) {
+        if (!exists && i == insertAt && !placed) {
+            out += bytes;
+            placed = true;
+        }
+        if (i == static_cast<int>(lay.trailer.size()))
+            break;
+        const TrailerBlock& b = lay.trailer[static_cast<size_t>(i)];
+        if (isKind(b.kind)) {
+            if (!placed)
+                out += bytes;
+            placed = true;
+            continue;
+        }
+        out += ReadAt(stream, b.offset, b.length);
+    }
+    return out;
+}
+
+} // namespace
+
+// ---- shared steps of every write ---------------------------------------------------------
+
+namespace {
+
+// Checks the target for a write or strip of 'set' and reads its layout.
+bool Prepare(EngineData& d, const QString& path, TagSet set, bool strip, Target* t) {
+    d.error.clear();
+    if (!CanRewrite(path, &d.error))
+        return false;
+    const QByteArray native = QFile::encodeName(path);
+    TagLib::FileStream stream(native.constData(), true);
+    if (!stream.isOpen()) {
+        d.error = QStringLiteral("The file %1 can't be read.").arg(QDir::toNativeSeparators(path));
+        return false;
+    }
+    struct stat st {};
+    ::stat(native.constData(), &st);
+    t->path = path;
+    t->type = DetectType(&stream, st.st_size, &t->layout);
+    if (t->type == 0) {
+        d.error = QStringLiteral("%1 is no audio file that can be read.").arg(QDir::toNativeSeparators(path));
+        return false;
+    }
+    const bool allowed = strip ? StripsSet(t->type, set) : WritesSet(t->type, set);
+    if (!allowed) {
+        d.error = QStringLiteral("A %1 tag can't be %2 on this type of file.")
+                      .arg(QLatin1String(SetLabel(set)), strip ? QStringLiteral("removed") : QStringLiteral("written"));
+        return false;
+    }
+    return true;
+}
+
+// After a successful write to the open file: its tags are on disk now.
+void Written(EngineData& d, const QString& path, TagSet set) {
+    if (!SamePath(path, d.path))
+        return;
+    d.ClearDirty(set);
+    const QByteArray native = QFile::encodeName(d.path);
+    TagLib::FileStream stream(native.constData(), true);
+    if (!stream.isOpen())
+        return;
+    struct stat st {};
+    ::stat(native.constData(), &st);
+    d.size = st.st_size;
+    DetectType(&stream, d.size, &d.layout);
+    ReadPresence(&stream, d);
+}
+
+Id3v1Data V1From(const EngineData& d) {
+    Id3v1Data t;
+    t.title = d.F(TagField::V1Title);
+    t.artist = d.F(TagField::V1Artist);
+    t.album = d.F(TagField::V1Album);
+    t.year = d.F(TagField::V1Year);
+    t.comment = d.F(TagField::V1Comment);
+    t.track = d.F(TagField::V1Track);
+    t.genre = d.v1Genre;
+    return t;
+}
+
+struct KeyMap {
+    TagField field;
+    const char* key;
+};
+
+constexpr KeyMap kApeKeys[] = {{TagField::ApeGenre, "Genre"},   {TagField::ApeYear, "Year"},
+                               {TagField::ApeTrack, "Track"},   {TagField::ApeArtist, "Artist"},
+                               {TagField::ApeTitle, "Title"},   {TagField::ApeAlbum, "Album"},
+                               {TagField::ApeComment, "Comment"}, {TagField::ApeCopyright, "Copyright"}};
+
+constexpr KeyMap kLyricsKeys[] = {{TagField::LyricsGenre, "GRE"},  {TagField::LyricsArtist, "EAR"},
+                                  {TagField::LyricsTitle, "ETT"},  {TagField::LyricsAlbum, "EAL"},
+                                  {TagField::LyricsInfo, "INF"},   {TagField::LyricsAuthor, "AUT"},
+                                  {TagField::LyricsLink, "IMG"},   {TagField::LyricsLyric, "LYR"},
+                                  {TagField::LyricsExtra, "EXT"}};
+
+// Rewrites the file with a new trailer.
+int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArray& bytes,
+                 std::initializer_list<BlockKind> before, TagSet set) {
+    QByteArray tail;
+    {
+        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+        tail = NewTrailer(&stream, t.layout, kind, bytes, before);
+    }
+    if (!RewriteFile(t.path, QByteArray(), t.path, 0, t.layout.bodyEnd, tail, &d.error))
+        return 0;
+    Written(d, t.path, set);
+    return 1;
+}
+
+QByteArray ReadBlock(const Target& t, const TrailerBlock* b) {
+    if (!b)
+        return QByteArray();
+    TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+    return ReadAt(&stream, b->offset, b->length);
+}
+
+} // namespace
+
+int TagEngine::SaveV1(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::V1, false, &t))
+        return 0;
+    return WriteTrailer(*d, t, BlockKind::Id3v1, RenderId3v1(V1From(*d)), {}, TagSet::V1);
+}
+
+int TagEngine::RemoveV1(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::V1, true, &t))
+        return 0;
+    if (!t.layout.Find(BlockKind::Id3v1))
+        return 1;
+    return WriteTrailer(*d, t, BlockKind::Id3v1, QByteArray(), {}, TagSet::V1);
+}
+
+int TagEngine::SaveApe(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::Ape, false, &t))
+        return 0;
+    ApeData ape;
+    ParseApe(ReadBlock(t, t.layout.Find(BlockKind::Ape)), &ape);
+    ape.version = 2000;
+    const bool all = !SamePath(path, d->path);
+    for (const KeyMap& k : kApeKeys) {
+        if (all || d->Dirty(k.field))
+            ape.SetText(k.key, d->F(k.field));
+    }
+    return WriteTrailer(*d, t, BlockKind::Ape, RenderApe(ape),
+                        {BlockKind::Lyrics3v2, BlockKind::Lyrics3v1, BlockKind::Id3v1}, TagSet::Ape);
+}
+
+int TagEngine::RemoveApe(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::Ape, true, &t))
+        return 0;
+    if (!t.layout.Find(BlockKind::Ape))
+        return 1;
+    return WriteTrailer(*d, t, BlockKind::Ape, QByteArray(), {}, TagSet::Ape);
+}
+
+int TagEngine::SaveLyrics(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::Lyrics, false, &t))
+        return 0;
+    const TrailerBlock* old = t.layout.Find(BlockKind::Lyrics3v2);
+    if (!old)
+        old = t.layout.Find(BlockKind::Lyrics3v1);
+    Lyrics3Data lyrics;
+    ParseLyrics3(ReadBlock(t, old), &lyrics);
+    lyrics.version = 2;
+    const bool all = !SamePath(path, d->path);
+    for (const KeyMap& k : kLyricsKeys) {
+        if (all || d->Dirty(k.field))
+            lyrics.SetText(k.key, d->F(k.field));
+    }
+    QByteArray bytes;
+    if (lyrics.HasContent()) {
+        bytes = RenderLyrics3(lyrics, &d->error);
+        if (bytes.isEmpty())
+            return 0;
+    }
+    return WriteTrailer(*d, t, BlockKind::Lyrics3v2, bytes, {BlockKind::Id3v1}, TagSet::Lyrics);
+}
+
+int TagEngine::RemoveLyrics(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::Lyrics, true, &t))
+        return 0;
+    if (!t.layout.Find(BlockKind::Lyrics3v2) && !t.layout.Find(BlockKind::Lyrics3v1))
+        return 1;
+    return WriteTrailer(*d, t, BlockKind::Lyrics3v2, QByteArray(), {}, TagSet::Lyrics);
+}
+
+int TagEngine::SaveV2(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::V2, false, &t))
+        return 0;
+    QByteArray head;
+    {
+        TagLib::FileStream stream(QFile::encodeName(path).constData(), true);
+        StreamFile file(&stream);
+        std::unique_ptr<TagLib::ID3v2::Tag> tag;
+        if (t.layout.headEnd > 0)
+            tag = std::make_unique<TagLib::ID3v2::Tag>(&file, 0, TagLib::ID3v2::FrameFactory::instance());
+        else
+            tag = std::make_unique<TagLib::ID3v2::Tag>();
+        // An existing tag keeps its version; v2.2 and new tags are written as v2.3.
+        const int version = t.layout.headVersion == 4 ? 4 : 3;
+        ApplyId3v2(*d, *tag, !SamePath(path, d->path));
+        head = RenderId3v2(*tag, version);
+    }
+    if (!RewriteFile(path, head, path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
+        return 0;
+    Written(*d, path, TagSet::V2);
+    return 1;
+}
+
+int TagEngine::RemoveV2(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::V2, true, &t))
+        return 0;
+    if (t.layout.headEnd == 0)
+        return 1;
+    if (!RewriteFile(path, QByteArray(), path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
+        return 0;
+    Written(*d, path, TagSet::V2);
+    return 1;
+}
+
+// ---- typical sets: TagLib edits a copy of the audio part --------------------------------
+
+namespace {
+
+using XiphEdit = std::function<void(TagLib::Ogg::XiphComment&)>;
+
+bool EditXiph(const QString& tempPath, int type, const XiphEdit& edit, QString* error) {
+    const QByteArray native = QFile::encodeName(tempPath);
+    auto fail = [&]() {
+        *error = QStringLiteral("The tag of the file can't be written.");
+        return false;
+    };
+    if (type == kTypeFlac) {
+        TagLib::FLAC::File f(native.constData(), TagLib::ID3v2::FrameFactory::instance(), false);
+        if (!f.isValid() || !f.xiphComment(true))
+            return fail();
+        edit(*f.xiphComment(true));
+        return f.save() || fail();
+    }
+    TagLib::FileStream probe(native.constData(), true);
+    const char codec = OggCodec(&probe, 0);
+    auto run = [&](auto& f) {
+        if (!f.isValid() || !f.tag())
+            return fail();
+        edit(*f.tag());
+        return f.save() || fail();
+    };
+    switch (codec) {
+    case 'v': {
+        TagLib::Ogg::Vorbis::File f(native.constData(), false);
+        return run(f);
+    }
+    case 'o': {
+        TagLib::Ogg::Opus::File f(native.constData(), false);
+        return run(f);
+    }
+    case 'f': {
+        TagLib::Ogg::FLAC::File f(native.constData(), false);
+        return run(f);
+    }
+    case 's': {
+        TagLib::Ogg::Speex::File f(native.constData(), false);
+        return run(f);
+    }
+    default:
+        return fail();
+    }
+}
+
+// The audio part [headEnd, bodyEnd) goes to a temporary copy, edit changes it there,
+// and the file is put together again with its own leading and trailing tags.
+int EditBody(EngineData& d, const Target& t, const std::function<bool(const QString&, QString*)>& edit) {
+    const long long start = TypeHasOuterTags(t.type) ? t.layout.headEnd : 0;
+    const long long end = TypeHasOuterTags(t.type) ? t.layout.bodyEnd : t.layout.size;
+    const bool whole = start == 0 && end == t.layout.size;
+    QString temp;
+    const bool edited = MakeEditableCopy(t.path, t.path, start, end, edit, &temp, &d.error);
+    if (!edited) {
+        if (!temp.isEmpty())
+            QFile::remove(temp);
+        return 0;
+    }
+    bool ok = false;
+    if (whole) {
+        ok = RenameOver(temp, t.path, &d.error);
+    } else {
+        QByteArray head, tail;
+        {
+            TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+            head = ReadAt(&stream, 0, start);
+            tail = ReadAt(&stream, end, t.layout.size - end);
+        }
+        ok = RewriteFile(t.path, head, temp, 0, QFileInfo(temp).size(), tail, &d.error);
+        QFile::remove(temp);
+    }
+    return ok ? 1 : 0;
+}
+
+} // namespace
+
+int TagEngine::SaveWma(const QString& path) {
+    Target t;
+    if (!Prepare(*d, path, TagSet::Wma, false, &t))
+        return 0;
+    const bool all = !SamePath(path, d->path);
+    const EngineData& data = *d;
+    const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
+        TagLib::ASF::File f(QFile::encodeName(temp).constData(), false);
+        if (!f.isValid() || !f.tag()) {
+            *error = QStringLiteral("The WMA file can't be read.");
+            return false;
+        }
+        ApplyAsf(data, *f.tag(), all);
+        if (!f.save()) {
+            *error = QStringLiteral("The WMA tag can't be written.");
+            return false;
+        }
+        return true;
+    });
+    if (ok)
+        Written(*d, path, TagSet::Wma);
+    return ok;
+}
+
+namespace {
+
+int SaveXiphSet(EngineData& d, const QString& path, TagSet set, bool strip) {
+    Target t;
+    if (!Prepare(d, path, set, strip, &t))
+        return 0;
+    const bool all = !SamePath(path, d.path);
+    const int ok = EditBody(d, t, [&](const QString& temp, QString* error) {
+        return EditXiph(temp, t.type,
+                        [&](TagLib::Ogg::XiphComment& c) {
+                            if (strip)
+                                c.removeAllFields();
+                            else
+                                ApplyXiph(d, c, set, all);
+                        },
+                        error);
+    });
+    if (ok) {
+        Written(d, path, set);
+        if (strip && SamePath(path, d.path))
+            d.ClearSet(set);
+    }
+    return ok;
+}
+
+} // namespace
+
+int TagEngine::SaveFlac(const QString& path) { return SaveXiphSet(*d, path, TagSet::Flac, false); }
+int TagEngine::SaveOgg(const QString& path) { return SaveXiphSet(*d, path, TagSet::Ogg, false); }
+int TagEngine::RemoveOgg(const QString& path) { return SaveXiphSet(*d, path, TagSet::Ogg, true); }

@@ -1,0 +1,43 @@
+#pragma once
+// Stream adapters between our file layout and TagLib.
+//
+// RangeStream shows TagLib one byte range of an open stream (the audio part of a file
+// without the ID3v2 tag in front and the APE, Lyrics3 and ID3v1 tags behind it), read
+// only. StreamFile lets the ID3v2 reader of TagLib work on any stream.
+
+#include <taglib/tfile.h>
+#include <taglib/tiostream.h>
+
+namespace qlt_tag {
+
+class RangeStream : public TagLib::IOStream {
+public:
+    RangeStream(TagLib::IOStream* base, long long start, long long end);
+    TagLib::FileName name() const override;
+    TagLib::ByteVector readBlock(unsigned long length) override;
+    void writeBlock(const TagLib::ByteVector&) override {}
+    void insert(const TagLib::ByteVector&, unsigned long, unsigned long) override {}
+    void removeBlock(unsigned long, unsigned long) override {}
+    bool readOnly() const override { return true; }
+    bool isOpen() const override;
+    void seek(long offset, Position p = Beginning) override;
+    long tell() const override;
+    long length() override;
+    void truncate(long) override {}
+
+private:
+    TagLib::IOStream* m_base;
+    long long m_start;
+    long long m_end;
+    long long m_pos = 0;
+};
+
+class StreamFile : public TagLib::File {
+public:
+    explicit StreamFile(TagLib::IOStream* stream) : TagLib::File(stream) {}
+    TagLib::Tag* tag() const override { return nullptr; }
+    TagLib::AudioProperties* audioProperties() const override { return nullptr; }
+    bool save() override { return false; }
+};
+
+} // namespace qlt_tag
