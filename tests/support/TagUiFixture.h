@@ -26,6 +26,7 @@ public:
         pf.WriteIni();
         LoadCaptionTable();
         SetLanguageColumn(kLanguageEnglish);
+        LoadSettings(pf.file(QStringLiteral("qlt.ini")));
         EnsureSettingsShape();
         for (const auto& c : kInputColumns)
             input.AddColumn(QString::fromLatin1(c.key), QString(), c.widthTwips, c.align, true, c.sortType);
