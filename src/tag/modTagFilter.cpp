@@ -32,16 +32,24 @@ QString FilterProgressText(int done, int total) {
 FilterOnResult FilterOn(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, const TagProgress& progress) {
     FilterOnResult r;
     const int rows = lbxTag.Rows();
+    // One pass over the files: the rows without V2 are marked, the values of the others
+    // kept for the combos.
     std::vector<QString> oldMarks(size_t(rows) + 1);
+    std::vector<FilterTexts> values;
+    values.reserve(size_t(rows));
     int marked = 0;
     lbxTag.LockUpdate(true);
     for (int row = 1; row <= rows; ++row) {
         const bool hasV2 = engine.OpenFile(TagRowPath(lbxTag, row)) != 0 && engine.HasV2();
-        if (!hasV2) {
+        if (hasV2) {
+            values.push_back(FilterValuesOfFile(engine));
+        } else {
             oldMarks[size_t(row)] = lbxTag.CellText(row, TagCol::FTag);
             lbxTag.SetCellText(row, TagCol::FTag, Mark::DDelete);
             ++marked;
         }
+        if (progress)
+            progress(row, rows);
     }
     lbxTag.LockUpdate(false);
     if (marked > 0) {
@@ -64,17 +72,10 @@ FilterOnResult FilterOn(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, con
     }
     r.turnedOn = true;
     std::array<QSet<QString>, kFilterFieldCount> seen;
-    const int total = lbxTag.Rows();
-    for (int row = 1; row <= total; ++row) {
-        if (engine.OpenFile(TagRowPath(lbxTag, row)) != 0) {
-            const FilterTexts v = FilterValuesOfFile(engine);
-            for (int i = 0; i < kFilterFieldCount; ++i)
-                if (!v[size_t(i)].isEmpty())
-                    seen[size_t(i)].insert(v[size_t(i)]);
-        }
-        if (progress)
-            progress(row, total);
-    }
+    for (const FilterTexts& v : values)
+        for (int i = 0; i < kFilterFieldCount; ++i)
+            if (!v[size_t(i)].isEmpty())
+                seen[size_t(i)].insert(v[size_t(i)]);
     for (int i = 0; i < kFilterFieldCount; ++i) {
         QStringList list(seen[size_t(i)].begin(), seen[size_t(i)].end());
         std::sort(list.begin(), list.end(),
