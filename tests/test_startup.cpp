@@ -124,7 +124,7 @@ private slots:
         // The defaults written back at start are on disk: qlt.ini was rewritten.
         DataGrid onDisk;
         QVERIFY(onDisk.LoadFile(pf.file("qlt.ini")));
-        QCOMPARE(onDisk.CellText(Ini::NumberDigits, 1), QStringLiteral("2"));
+        QCOMPARE(onDisk.CellText(Ini::NumberDigits, 1), QStringLiteral("1"));
     }
 
     void captionsAreSkippedWhileEventsAreSuppressed() {

@@ -4,18 +4,23 @@
 #include "app/FrmTag.h"
 
 #include "app/DataGridView.h"
+#include "app/FrmInput.h"
 #include "app/FrmTagSetPanel.h"
+#include "app/InputDataPage.h"
+#include "app/MessageBoxPrompt.h"
+#include "app/UiCaptions.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
-#include "core/ControlCaptions.h"
 #include "core/DataGrid.h"
+#include "core/GlobalGrids.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "list/InputColumns.h"
 #include "tag/TagEngine.h"
 
-#include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -28,6 +33,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextEdit>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -50,10 +56,11 @@ QCheckBox* Check(QWidget* parent, const QString& name) {
 
 } // namespace
 
+FrmTag::FrmTag(QWidget* parent) : FrmTag(&Grids::LbxInput(), nullptr, parent) {}
+
 FrmTag::FrmTag(DataGrid* lbxInput, Prompt* prompt, QWidget* parent)
-    : QWidget(parent), m_input(lbxInput), m_prompt(prompt), m_tag(new DataGrid(this)),
-      m_genres(new DataGrid(this)) {
-    setObjectName(QStringLiteral("FrmTag"));
+    : AreaPage(QStringLiteral("FrmTag"), parent), m_input(lbxInput), m_prompt(prompt),
+      m_tag(new DataGrid(this)), m_genres(new DataGrid(this)) {
     DefineTagList(*m_tag);
     buildUi();
     fillGenreLists();
@@ -63,6 +70,10 @@ FrmTag::FrmTag(DataGrid* lbxInput, Prompt* prompt, QWidget* parent)
 }
 
 FrmTag::~FrmTag() = default;
+
+Prompt& FrmTag::prompt() const {
+    return m_prompt ? *m_prompt : AppPrompt();
+}
 
 DataGrid& FrmTag::lbxTag() {
     return *m_tag;
@@ -74,7 +85,7 @@ TagEngine& FrmTag::engine() {
 // ---- building -----------------------------------------------------------------------------
 
 void FrmTag::buildUi() {
-    auto* root = new QVBoxLayout(this);
+    QVBoxLayout* root = body();
     auto* split = new QSplitter(Qt::Horizontal, this);
     root->addWidget(split, 1);
     split->addWidget(buildListArea());
@@ -164,7 +175,9 @@ QWidget* FrmTag::buildListArea() {
         marks->addWidget(b, 1 + i / 4, i % 4);
         ++i;
     }
-    marks->addWidget(m_fTag, 0, 0, 1, 4);
+    marks->addWidget(m_fTag, 0, 0, 1, 3);
+    QPushButton* take = Button(w, QStringLiteral("btnTab2_TakeFromDataList"));
+    marks->addWidget(take, 0, 3);
     l->addLayout(marks);
     return w;
 }
@@ -267,32 +280,29 @@ QWidget* FrmTag::buildCommandArea() {
 }
 
 void FrmTag::applyCaptions() {
-    for (QWidget* wdg : findChildren<QWidget*>()) {
-        const QString name = wdg->objectName();
-        if (name.isEmpty())
-            continue;
-        const QString text = NamedCaption(name);
-        if (!text.isEmpty()) {
-            if (auto* b = qobject_cast<QAbstractButton*>(wdg))
-                b->setText(text);
-            else if (auto* l = qobject_cast<QLabel*>(wdg))
-                l->setText(text);
-        }
-        const QString tip = NamedCaption(name, QStringLiteral("tooltip"));
-        if (!tip.isEmpty())
-            wdg->setToolTip(tip);
-    }
-    for (const ControlCaption& c : ControlCaptions()) {
-        if (c.kind == QLatin1String("tab") && c.objectName == m_tabs->objectName() &&
-            c.index < m_tabs->count())
-            m_tabs->setTabText(c.index, Caption(c.row));
-        if (c.kind == QLatin1String("item") && c.objectName == m_tagToTag->objectName() &&
-            c.index < m_tagToTag->count())
-            m_tagToTag->setItemText(c.index, Caption(c.row));
-    }
-    const QString title = NamedCaption(objectName(), QStringLiteral("title"));
-    setWindowTitle(title.isEmpty() ? QStringLiteral("Quillotune") : title);
+    SetCaptionsOf(this);
+    applyTypeCaptions();
+}
+
+// The captions that follow the file type of the list and the state of the filter; the
+// caption walk of a language change puts the defaults back, so they come again after it.
+void FrmTag::applyTypeCaptions() {
+    // the hook from the data list until it has a caption of its own
+    if (auto* take = findChild<QPushButton*>(QStringLiteral("btnTab2_TakeFromDataList"));
+        take && take->text().isEmpty())
+        take->setText(Caption(CapToTagList));
+    m_tabs->setTabText(4, m_typeTabs.tab4Caption.isEmpty() ? Caption(CapTypicalTab) : m_typeTabs.tab4Caption);
+    for (int i = 0; i < 15; ++i)
+        if (QLabel* l = m_panels[4]->label(i); l && m_typeTabs.typicalLabelRows[size_t(i)] != 0)
+            l->setText(Caption(m_typeTabs.typicalLabelRows[size_t(i)]));
     m_filterOnOff->setText(Caption(m_filterOn ? CapFilterTurnOff : CapFilterTurnOn));
+}
+
+void FrmTag::changeEvent(QEvent* event) {
+    AreaPage::changeEvent(event);
+    // the caption walk sets the title first and the controls after it
+    if (event->type() == QEvent::WindowTitleChange)
+        QTimer::singleShot(0, this, [this] { applyTypeCaptions(); });
 }
 
 void FrmTag::fillGenreLists() {
@@ -320,15 +330,42 @@ bool FrmTag::LoadTagList(const QString& typeText, const QString& markFilter) {
     req.markFilter = markFilter;
     req.progress = progressPump();
     req.clearBoxes = [this] { clearBoxes(true); };
+    fillGenreLists();
     m_progress->show();
-    const LoadTagResult r = ::LoadTagList(*m_input, *m_tag, req, *m_prompt);
+    const LoadTagResult r = ::LoadTagList(*m_input, *m_tag, req, prompt());
     m_progress->hide();
     if (r != LoadTagResult::Loaded)
         return false;
     m_typeText = req.typeText;
     ReadTagRow(1);
     SetTabsForType(req.typeText);
+    if (FrmInput* main = FrmInput::Instance())
+        main->TabInput->setCurrentWidget(this);
     return true;
+}
+
+bool FrmTag::LoadFromDataList() {
+    if (!m_input)
+        return false;
+    const DataGrid& in = *m_input;
+    int row = in.CurRow();
+    if (in.SelCount() > 0 && (row < 1 || row > in.Rows() || !in.IsSelected(row)))
+        row = in.SelRow(1);
+    if ((row < 1 || row > in.Rows()) && in.Rows() > 0)
+        row = 1;
+    const QString type = row >= 1 ? in.CellText(row, InCol::Type) : QString();
+    FrmInput* main = FrmInput::Instance();
+    const QString mark = main ? main->pageData->txtTab1_FTag->text() : QString();
+    return LoadTagList(type, mark);
+}
+
+void FrmTag::showEvent(QShowEvent* event) {
+    // the settings are read after the windows are built: take them when the page shows
+    m_noMsg->blockSignals(true);
+    m_noMsg->setChecked(SettingOn(Ini::TagNoMsg, Ini::Col1));
+    m_noMsg->blockSignals(false);
+    fillGenreLists();
+    AreaPage::showEvent(event);
 }
 
 void FrmTag::clearBoxes(bool v1v2Only) {
@@ -402,9 +439,10 @@ void FrmTag::showComment(int item) {
 
 void FrmTag::SetTabsForType(const QString& typeText) {
     const TabsForType t = ::SetTabsForType(typeText, Setting(Ini::TagUpdateOption, Ini::Col1));
+    m_typeTabs = t;
     for (int i = 0; i < 5; ++i)
         m_tabs->setTabEnabled(i, t.tabEnabled[size_t(i)]);
-    m_tabs->setTabText(4, t.tab4Caption);
+
     for (int i = 0; i < 5; ++i) {
         m_options[size_t(i)]->blockSignals(true);
         m_options[size_t(i)]->setChecked(false);
@@ -417,9 +455,7 @@ void FrmTag::SetTabsForType(const QString& typeText) {
     v1->setChecksEnabled(t.v1ChecksEnabled);
     if (t.v1BoxesEmptied)
         v1->clearBoxes();
-    for (int i = 0; i < 15; ++i)
-        if (QLabel* l = m_panels[4]->label(i); l && t.typicalLabelRows[size_t(i)] != 0)
-            l->setText(t.typicalLabels[size_t(i)]);
+    applyTypeCaptions();
     for (int i = 0; i < 5; ++i)
         if (t.tabEnabled[size_t(i)]) {
             if (!m_tabs->isTabEnabled(m_tabs->currentIndex()))

@@ -1,13 +1,15 @@
 #pragma once
-// FrmTag: the tagging window. The tag list LbxTag on the left, the five field sets of
-// SSTabFields on the right, under them the update options and the commands. The window
-// reads its controls into plain values and leaves the work to the logic in src/tag.
+// FrmTag: the area of the tag list and the tag update, a page of the main window's tab
+// strip TabInput. The tag list LbxTag on the left, the five field sets of SSTabFields on
+// the right, under them the update options and the commands. The window reads its
+// controls into plain values and leaves the work to the logic in src/tag.
 
 #include "tag/modTagFilter.h"
 #include "tag/modTagList.h"
 #include "tag/modTagUpdate.h"
 
-#include <QWidget>
+#include "app/AreaPage.h"
+
 #include <array>
 #include <functional>
 
@@ -27,10 +29,13 @@ class QTabWidget;
 class QTextEdit;
 class TagEngine;
 
-class FrmTag : public QWidget {
+class FrmTag : public AreaPage {
     Q_OBJECT
 public:
-    // `lbxInput` is the data list the rows come from and results go back to.
+    // The page of the main window: the data list LbxInput and the program's prompt.
+    explicit FrmTag(QWidget* parent = nullptr);
+    // `lbxInput` is the data list the rows come from and results go back to; `prompt`
+    // null means the program's prompt.
     FrmTag(DataGrid* lbxInput, Prompt* prompt, QWidget* parent = nullptr);
     ~FrmTag() override;
 
@@ -41,6 +46,9 @@ public:
     // is txtTab1_FTag. Returns false when the command ended before loading (the old
     // list may still be shown when the user kept it).
     bool LoadTagList(const QString& typeText, const QString& markFilter = QString());
+    // The hook of the data list: its selected rows of the type of its current row (or
+    // of the first selected row), with its mark box; the tag page comes forward.
+    bool LoadFromDataList();
     void ReadTagRow(int row);
     void SetTabsForType(const QString& typeText);
 
@@ -58,6 +66,8 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void buildUi();
@@ -66,6 +76,8 @@ private:
     QWidget* buildCommandArea();
     QWidget* buildListArea();
     void applyCaptions();
+    void applyTypeCaptions();
+    Prompt& prompt() const;
     void fillGenreLists();
     void connectCommands();
     void clearBoxes(bool v1v2Only);
@@ -96,7 +108,8 @@ private:
     DataGrid* m_input;
     Prompt* m_prompt;
     DataGrid* m_tag;
-    DataGrid* m_genres; // LbxGenre
+    TabsForType m_typeTabs; // what the last SetTabsForType gave
+    DataGrid* m_genres;     // LbxGenre
     bool m_busy = false;
     bool m_filterOn = false;
     QString m_typeText;

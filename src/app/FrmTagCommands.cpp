@@ -2,6 +2,7 @@
 // src/tag and shows the result.
 
 #include "app/DataGridView.h"
+#include "app/FrmInput.h"
 #include "app/FrmTag.h"
 #include "app/FrmTagSetPanel.h"
 #include "core/AppState.h"
@@ -67,6 +68,7 @@ void FrmTag::connectCommands() {
     on("btnTab2_Filter", [this] { cmdFilter(); });
     on("btnTab2_TransferToDatalist", [this] { cmdTransferToDatalist(); });
     on("btnTab2_V1V2", [this] { cmdV1V2(true); });
+    on("btnTab2_TakeFromDataList", [this] { LoadFromDataList(); });
     on("btnTab2_V2V1", [this] { cmdV1V2(false); });
     for (const char* n :
          {"btnTab2_SetFTagActRow", "btnTab2_ClearFtag", "btnTab2_SetFtagBlue", "btnTab2_RemoveFTag",
@@ -189,7 +191,7 @@ TagBatch FrmTag::makeBatch() {
     b.lbxTag = m_tag;
     b.lbxInput = m_input;
     b.engine = &engine();
-    b.prompt = m_prompt;
+    b.prompt = &prompt();
     b.markFilter = m_fTag->text();
     b.noMsg = m_noMsg->isChecked();
     b.progress = progressPump();
@@ -287,10 +289,10 @@ void FrmTag::cmdTagToFilename() {
 
 void FrmTag::cmdUpdateComment() {
     const int row = m_tag->CurRow();
-    if (!ListNotEmpty(*m_tag, *m_prompt) || row < 1)
+    if (!ListNotEmpty(*m_tag, prompt()) || row < 1)
         return;
     if (!UpdateComment(engine(), TagRowPath(*m_tag, row), m_lfdNr->currentIndex(), m_language->text(),
-                       m_description->text(), m_comment->toPlainText(), *m_prompt)) {
+                       m_description->text(), m_comment->toPlainText(), prompt())) {
         if (m_language->text().isEmpty())
             m_language->setFocus();
         return;
@@ -299,16 +301,16 @@ void FrmTag::cmdUpdateComment() {
 }
 
 void FrmTag::cmdDeleteComment(bool all) {
-    if (!ListNotEmpty(*m_tag, *m_prompt) || !AtLeastRowsSelected(*m_tag, 1, *m_prompt))
+    if (!ListNotEmpty(*m_tag, prompt()) || !AtLeastRowsSelected(*m_tag, 1, prompt()))
         return;
     const int row = m_tag->CurRow();
     if (row < 1)
         return;
     const QString path = TagRowPath(*m_tag, row);
     if (all)
-        DeleteAllComments(engine(), path, *m_prompt);
+        DeleteAllComments(engine(), path, prompt());
     else
-        DeleteComment(engine(), path, m_lfdNr->currentIndex(), *m_prompt);
+        DeleteComment(engine(), path, m_lfdNr->currentIndex(), prompt());
     ReadTagRow(row);
 }
 
@@ -335,7 +337,7 @@ void FrmTag::cmdTransferGenreV2() {
     for (int t = 1; t < 5; ++t)
         if (m_tabs->isTabEnabled(t))
             texts << m_panels[size_t(t)]->genre()->currentText();
-    if (TransferGenres(texts, *m_genres, *m_prompt) > 0)
+    if (TransferGenres(texts, *m_genres, prompt()) > 0)
         fillGenreLists();
 }
 
@@ -369,7 +371,7 @@ void FrmTag::cmdFilterOnOff() {
     }
     m_progress->show();
     TagProgress pump = progressPump();
-    const FilterOnResult r = FilterOn(*m_tag, engine(), *m_prompt, [this, pump](int done, int total) {
+    const FilterOnResult r = FilterOn(*m_tag, engine(), prompt(), [this, pump](int done, int total) {
         m_progress->setFormat(FilterProgressText(done, total));
         pump(done, total);
     });
@@ -394,7 +396,7 @@ void FrmTag::cmdFilter() {
         f[size_t(i)] = m_filterCombos[size_t(i)]->currentText();
     f[15] = m_filterGenre->currentText();
     m_progress->show();
-    ApplyTagFilter(*m_tag, engine(), *m_prompt, f, m_matchComplete->isChecked(), m_keepMark->isChecked(),
+    ApplyTagFilter(*m_tag, engine(), prompt(), f, m_matchComplete->isChecked(), m_keepMark->isChecked(),
                    progressPump());
     m_progress->hide();
     ReadTagRow(1);
@@ -403,15 +405,19 @@ void FrmTag::cmdFilter() {
 void FrmTag::cmdTransferToDatalist() {
     if (!m_input)
         return;
-    if (TransferFilterToDatalist(*m_tag, *m_input, *m_prompt, m_noMsg->isChecked()) && showDataList)
+    if (!TransferFilterToDatalist(*m_tag, *m_input, prompt(), m_noMsg->isChecked()))
+        return;
+    if (showDataList)
         showDataList();
+    else if (FrmInput* main = FrmInput::Instance())
+        main->TabInput->setCurrentIndex(0);
 }
 
 // ---- marks of the list ----------------------------------------------------------------------
 
 void FrmTag::cmdMark(const QString& which) {
     DataGrid& g = *m_tag;
-    if (!ListNotEmpty(g, *m_prompt))
+    if (!ListNotEmpty(g, prompt()))
         return;
     const int cur = g.CurRow();
     if (which == QLatin1String("btnTab2_SetFTagActRow")) {
@@ -421,14 +427,14 @@ void FrmTag::cmdMark(const QString& which) {
         if (cur >= 1)
             g.SetCellText(cur, TagCol::FTag, QString());
     } else if (which == QLatin1String("btnTab2_SetFtagBlue")) {
-        if (!AtLeastRowsSelected(g, 1, *m_prompt))
+        if (!AtLeastRowsSelected(g, 1, prompt()))
             return;
         g.LockUpdate(true);
         for (int row : g.SelectedRows())
             g.SetCellText(row, TagCol::FTag, Mark::Default);
         g.LockUpdate(false);
     } else if (which == QLatin1String("btnTab2_RemoveFTag")) {
-        if (!AtLeastRowsSelected(g, 1, *m_prompt))
+        if (!AtLeastRowsSelected(g, 1, prompt()))
             return;
         g.LockUpdate(true);
         for (int row : g.SelectedRows())

@@ -153,17 +153,17 @@ int EmptyTempFolder() {
 
 bool QuitProgram(int& alreadyAsked, int force, Prompt& prompt, const QuitSteps& s) {
     if (alreadyAsked == 0 && force == 0) {
-        if (!prompt.AskYesNo(Caption(CapQuitProgram), true, Prompt::Icon::Question))
+        if (!prompt.AskYesNo(Caption(CapQuitQuestion), true, Prompt::Icon::Question))
             return false;
         alreadyAsked = -1;
     }
     if (Grids::LbxSText().Tag == u"edited") {
-        if (!prompt.AskYesNo(Caption(CapSTextUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnyway),
+        if (!prompt.AskYesNo(Caption(CapSyncTextUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnywayQuestion),
                              false, Prompt::Icon::Question))
             return false;
     }
     if (Grids::LbxPic_Extern().Tag == u"changes") {
-        if (!prompt.AskYesNo(Caption(CapPicLinksUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnyway),
+        if (!prompt.AskYesNo(Caption(CapPicLinksUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnywayQuestion),
                              false, Prompt::Icon::Question))
             return false;
     }

@@ -6,8 +6,8 @@
 
 #include "app/FrmTag.h"
 #include "app/FrmTagSetPanel.h"
+#include "app/UiCaptions.h"
 #include "core/CaptionRows.h"
-#include "core/ControlCaptions.h"
 #include "core/SettingRows.h"
 
 #include <QApplication>
@@ -23,12 +23,6 @@
 class TestFrmTag : public QObject {
     Q_OBJECT
 
-    static void LoadControlCaptions() {
-        QFile f(SourceDir() + QStringLiteral("/resources/control_captions.tsv"));
-        if (f.open(QIODevice::ReadOnly))
-            SetControlCaptions(ParseControlCaptions(QString::fromUtf8(f.readAll())));
-    }
-
     template <typename T> static T* Named(QWidget& w, const QString& name) {
         T* c = w.findChild<T*>(name);
         if (!c)
@@ -37,7 +31,7 @@ class TestFrmTag : public QObject {
     }
 
 private slots:
-    void initTestCase() { LoadControlCaptions(); }
+    void initTestCase() { LoadUiCaptionTables(); }
 
     void everyControlHasItsName() {
         TagUiFixture f;
