@@ -48,8 +48,21 @@ struct V2Lists {
     bool picturesDirty = false;
 };
 
+// Which file a path named at a moment: device, inode and change time.
+struct FileIdentity {
+    quint64 device = 0, inode = 0;
+    qint64 ctimeSec = 0, ctimeNsec = 0;
+    static FileIdentity Of(const QString& path);
+    bool operator==(const FileIdentity&) const = default;
+};
+
 struct EngineData {
     QString path;
+    // For each set, the identity of the file at which its bytes on disk were known to hold
+    // what the engine holds (apart from staged changes). A save to a file with another
+    // identity writes the whole set.
+    std::array<FileIdentity, 7> synced;
+    static int SetIndex(TagSet set);
     QString error;
     int type = 0;
     FileLayout layout;
@@ -70,8 +83,8 @@ struct EngineData {
     QString& F(TagField f) { return fields[static_cast<size_t>(f)]; }
     const QString& F(TagField f) const { return fields[static_cast<size_t>(f)]; }
     bool Dirty(TagField f) const { return dirty.test(static_cast<size_t>(f)); }
-    void ClearSet(TagSet set);      // empties the fields of a set, not staged
-    void ClearDirty(TagSet set);    // forgets staged changes of a set
+    void ClearSet(TagSet set);   // empties the fields of a set, not staged
+    void ClearDirty(TagSet set); // forgets staged changes of a set
 };
 
 // Which types carry which set (see the table in TagEngine.h).

@@ -9,9 +9,9 @@
 
 namespace qlt_tag {
 
-// Whether the file may be changed: it exists, is a regular file, has a write permission
-// for us (checked on the mode bits, so that running as root does not override a
-// read-only file) and its folder takes the temporary file. Fills error if not.
+// Whether the file may be changed: it exists, is a regular file, we may write it (for
+// root: it has any write bit at all, so that a read-only file stays read-only even then)
+// and its folder takes the temporary file. Fills error if not.
 bool CanRewrite(const QString& path, QString* error);
 
 // Writes head + bytes [bodyStart, bodyEnd) of source + tail into a temporary file beside
@@ -23,8 +23,8 @@ bool RewriteFile(const QString& target, const QByteArray& head, const QString& s
 // tempPath), lets edit change it (return false to give up), and flushes it. The caller
 // passes it on to RewriteFile or RenameOver, and removes it in any case.
 bool MakeEditableCopy(const QString& target, const QString& source, long long start, long long end,
-                      const std::function<bool(const QString& tempPath, QString* error)>& edit, QString* tempPath,
-                      QString* error);
+                      const std::function<bool(const QString& tempPath, QString* error)>& edit,
+                      QString* tempPath, QString* error);
 
 // Replaces target by the finished temporary file (permissions and owner of target kept).
 bool RenameOver(const QString& tempPath, const QString& target, QString* error);

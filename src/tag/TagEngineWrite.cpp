@@ -30,6 +30,7 @@ namespace {
 // The target file as it is on disk now.
 struct Target {
     QString path;
+    FileIdentity before; // the file as it was found by Prepare
     int type = 0;
     FileLayout layout;
 };
@@ -39,6 +40,15 @@ bool SamePath(const QString& a, const QString& b) {
         return true;
     const QFileInfo fa(a), fb(b);
     return fa.exists() && fb.exists() && fa.canonicalFilePath() == fb.canonicalFilePath();
+}
+
+// Whether a save writes the whole set as held in memory rather than only what was staged:
+// when the target is another file, or when the opened file has been replaced or changed
+// by someone else since (a new inode or a new change time).
+bool WholeSet(const EngineData& d, const QString& path, TagSet set) {
+    if (!SamePath(path, d.path))
+        return true;
+    return !(FileIdentity::Of(path) == d.synced[static_cast<size_t>(EngineData::SetIndex(set))]);
 }
 
 const char* SetLabel(TagSet set) {
@@ -64,8 +74,8 @@ const char* SetLabel(TagSet set) {
 
 // Renders the trailer with the block of 'kind' replaced by 'bytes' (removed when empty),
 // or, for a new block, inserted in front of the first of 'before' that exists.
-QByteArray NewTrailer(TagLib::IOStream* stream, const FileLayout& lay, BlockKind kind, const QByteArray& bytes,
-                      std::initializer_list<BlockKind> before) {
+QByteArray NewTrailer(TagLib::IOStream* stream, const FileLayout& lay, BlockKind kind,
+                      const QByteArray& bytes, std::initializer_list<BlockKind> before) {
     bool placed = false;
     QByteArray out;
     auto isKind = [&](BlockKind k) {
@@ -113,8 +123,12 @@ QByteArray NewTrailer(TagLib::IOStream* stream, const FileLayout& lay, BlockKind
 namespace {
 
 // Checks the target for a write or strip of 'set' and reads its layout.
-bool Prepare(EngineData& d, const QString& path, TagSet set, bool strip, Target* t) {
+bool Prepare(EngineData& d, const QString& given, TagSet set, bool strip, Target* t) {
     d.error.clear();
+    // A symbolic link is followed: the file it points to is rewritten and the link stays.
+    const QFileInfo info(given);
+    const QString path =
+        info.isSymLink() && !info.canonicalFilePath().isEmpty() ? info.canonicalFilePath() : given;
     if (!CanRewrite(path, &d.error))
         return false;
     const QByteArray native = QFile::encodeName(path);
@@ -126,6 +140,7 @@ bool Prepare(EngineData& d, const QString& path, TagSet set, bool strip, Target*
     struct stat st {};
     ::stat(native.constData(), &st);
     t->path = path;
+    t->before = FileIdentity::Of(path);
     t->type = DetectType(&stream, st.st_size, &t->layout);
     if (t->type == 0) {
         d.error = QStringLiteral("%1 is no audio file that can be read.").arg(QDir::toNativeSeparators(path));
@@ -134,17 +149,26 @@ bool Prepare(EngineData& d, const QString& path, TagSet set, bool strip, Target*
     const bool allowed = strip ? StripsSet(t->type, set) : WritesSet(t->type, set);
     if (!allowed) {
         d.error = QStringLiteral("A %1 tag can't be %2 on this type of file.")
-                      .arg(QLatin1String(SetLabel(set)), strip ? QStringLiteral("removed") : QStringLiteral("written"));
+                      .arg(QLatin1String(SetLabel(set)),
+                           strip ? QStringLiteral("removed") : QStringLiteral("written"));
         return false;
     }
     return true;
 }
 
 // After a successful write to the open file: its tags are on disk now.
-void Written(EngineData& d, const QString& path, TagSet set) {
-    if (!SamePath(path, d.path))
+void Written(EngineData& d, const Target& t, TagSet set) {
+    if (!SamePath(t.path, d.path))
         return;
     d.ClearDirty(set);
+    // The saved set is in step with the disk now; so is every set that was before, as the
+    // write left it alone.
+    const FileIdentity after = FileIdentity::Of(d.path);
+    for (FileIdentity& id : d.synced) {
+        if (id == t.before)
+            id = after;
+    }
+    d.synced[static_cast<size_t>(EngineData::SetIndex(set))] = after;
     const QByteArray native = QFile::encodeName(d.path);
     TagLib::FileStream stream(native.constData(), true);
     if (!stream.isOpen())
@@ -154,6 +178,13 @@ void Written(EngineData& d, const QString& path, TagSet set) {
     d.size = st.st_size;
     DetectType(&stream, d.size, &d.layout);
     ReadPresence(&stream, d);
+}
+
+// After a successful strip of the open file: the set reads empty from now on.
+void Stripped(EngineData& d, const Target& t, TagSet set) {
+    Written(d, t, set);
+    if (SamePath(t.path, d.path))
+        d.ClearSet(set);
 }
 
 Id3v1Data V1From(const EngineData& d) {
@@ -173,20 +204,19 @@ struct KeyMap {
     const char* key;
 };
 
-constexpr KeyMap kApeKeys[] = {{TagField::ApeGenre, "Genre"},   {TagField::ApeYear, "Year"},
-                               {TagField::ApeTrack, "Track"},   {TagField::ApeArtist, "Artist"},
-                               {TagField::ApeTitle, "Title"},   {TagField::ApeAlbum, "Album"},
+constexpr KeyMap kApeKeys[] = {{TagField::ApeGenre, "Genre"},     {TagField::ApeYear, "Year"},
+                               {TagField::ApeTrack, "Track"},     {TagField::ApeArtist, "Artist"},
+                               {TagField::ApeTitle, "Title"},     {TagField::ApeAlbum, "Album"},
                                {TagField::ApeComment, "Comment"}, {TagField::ApeCopyright, "Copyright"}};
 
-constexpr KeyMap kLyricsKeys[] = {{TagField::LyricsGenre, "GRE"},  {TagField::LyricsArtist, "EAR"},
-                                  {TagField::LyricsTitle, "ETT"},  {TagField::LyricsAlbum, "EAL"},
-                                  {TagField::LyricsInfo, "INF"},   {TagField::LyricsAuthor, "AUT"},
-                                  {TagField::LyricsLink, "IMG"},   {TagField::LyricsLyric, "LYR"},
-                                  {TagField::LyricsExtra, "EXT"}};
+constexpr KeyMap kLyricsKeys[] = {
+    {TagField::LyricsGenre, "GRE"}, {TagField::LyricsArtist, "EAR"}, {TagField::LyricsTitle, "ETT"},
+    {TagField::LyricsAlbum, "EAL"}, {TagField::LyricsInfo, "INF"},   {TagField::LyricsAuthor, "AUT"},
+    {TagField::LyricsLink, "IMG"},  {TagField::LyricsLyric, "LYR"},  {TagField::LyricsExtra, "EXT"}};
 
 // Rewrites the file with a new trailer.
 int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArray& bytes,
-                 std::initializer_list<BlockKind> before, TagSet set) {
+                 std::initializer_list<BlockKind> before, TagSet set, bool strip = false) {
     QByteArray tail;
     {
         TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
@@ -194,7 +224,10 @@ int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArra
     }
     if (!RewriteFile(t.path, QByteArray(), t.path, 0, t.layout.bodyEnd, tail, &d.error))
         return 0;
-    Written(d, t.path, set);
+    if (strip)
+        Stripped(d, t, set);
+    else
+        Written(d, t, set);
     return 1;
 }
 
@@ -220,17 +253,22 @@ int TagEngine::RemoveV1(const QString& path) {
         return 0;
     if (!t.layout.Find(BlockKind::Id3v1))
         return 1;
-    return WriteTrailer(*d, t, BlockKind::Id3v1, QByteArray(), {}, TagSet::V1);
+    return WriteTrailer(*d, t, BlockKind::Id3v1, QByteArray(), {}, TagSet::V1, true);
 }
 
 int TagEngine::SaveApe(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::Ape, false, &t))
         return 0;
+    const TrailerBlock* old = t.layout.Find(BlockKind::Ape);
+    if (old && old->length > 64LL * 1024 * 1024) {
+        d->error = QStringLiteral("The APE tag of the file is larger than 64 MB and is left as it is.");
+        return 0;
+    }
     ApeData ape;
-    ParseApe(ReadBlock(t, t.layout.Find(BlockKind::Ape)), &ape);
+    ParseApe(ReadBlock(t, old), &ape);
     ape.version = 2000;
-    const bool all = !SamePath(path, d->path);
+    const bool all = WholeSet(*d, path, TagSet::Ape);
     for (const KeyMap& k : kApeKeys) {
         if (all || d->Dirty(k.field))
             ape.SetText(k.key, d->F(k.field));
@@ -245,7 +283,7 @@ int TagEngine::RemoveApe(const QString& path) {
         return 0;
     if (!t.layout.Find(BlockKind::Ape))
         return 1;
-    return WriteTrailer(*d, t, BlockKind::Ape, QByteArray(), {}, TagSet::Ape);
+    return WriteTrailer(*d, t, BlockKind::Ape, QByteArray(), {}, TagSet::Ape, true);
 }
 
 int TagEngine::SaveLyrics(const QString& path) {
@@ -258,7 +296,7 @@ int TagEngine::SaveLyrics(const QString& path) {
     Lyrics3Data lyrics;
     ParseLyrics3(ReadBlock(t, old), &lyrics);
     lyrics.version = 2;
-    const bool all = !SamePath(path, d->path);
+    const bool all = WholeSet(*d, path, TagSet::Lyrics);
     for (const KeyMap& k : kLyricsKeys) {
         if (all || d->Dirty(k.field))
             lyrics.SetText(k.key, d->F(k.field));
@@ -278,7 +316,7 @@ int TagEngine::RemoveLyrics(const QString& path) {
         return 0;
     if (!t.layout.Find(BlockKind::Lyrics3v2) && !t.layout.Find(BlockKind::Lyrics3v1))
         return 1;
-    return WriteTrailer(*d, t, BlockKind::Lyrics3v2, QByteArray(), {}, TagSet::Lyrics);
+    return WriteTrailer(*d, t, BlockKind::Lyrics3v2, QByteArray(), {}, TagSet::Lyrics, true);
 }
 
 int TagEngine::SaveV2(const QString& path) {
@@ -287,7 +325,7 @@ int TagEngine::SaveV2(const QString& path) {
         return 0;
     QByteArray head;
     {
-        TagLib::FileStream stream(QFile::encodeName(path).constData(), true);
+        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
         StreamFile file(&stream);
         std::unique_ptr<TagLib::ID3v2::Tag> tag;
         if (t.layout.headEnd > 0)
@@ -296,12 +334,12 @@ int TagEngine::SaveV2(const QString& path) {
             tag = std::make_unique<TagLib::ID3v2::Tag>();
         // An existing tag keeps its version; v2.2 and new tags are written as v2.3.
         const int version = t.layout.headVersion == 4 ? 4 : 3;
-        ApplyId3v2(*d, *tag, !SamePath(path, d->path));
+        ApplyId3v2(*d, *tag, WholeSet(*d, path, TagSet::V2));
         head = RenderId3v2(*tag, version);
     }
-    if (!RewriteFile(path, head, path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
+    if (!RewriteFile(t.path, head, t.path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
-    Written(*d, path, TagSet::V2);
+    Written(*d, t, TagSet::V2);
     return 1;
 }
 
@@ -311,9 +349,9 @@ int TagEngine::RemoveV2(const QString& path) {
         return 0;
     if (t.layout.headEnd == 0)
         return 1;
-    if (!RewriteFile(path, QByteArray(), path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
+    if (!RewriteFile(t.path, QByteArray(), t.path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
-    Written(*d, path, TagSet::V2);
+    Stripped(*d, t, TagSet::V2);
     return 1;
 }
 
@@ -401,7 +439,7 @@ int TagEngine::SaveWma(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::Wma, false, &t))
         return 0;
-    const bool all = !SamePath(path, d->path);
+    const bool all = WholeSet(*d, path, TagSet::Wma);
     const EngineData& data = *d;
     const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
         TagLib::ASF::File f(QFile::encodeName(temp).constData(), false);
@@ -417,7 +455,7 @@ int TagEngine::SaveWma(const QString& path) {
         return true;
     });
     if (ok)
-        Written(*d, path, TagSet::Wma);
+        Written(*d, t, TagSet::Wma);
     return ok;
 }
 
@@ -427,27 +465,33 @@ int SaveXiphSet(EngineData& d, const QString& path, TagSet set, bool strip) {
     Target t;
     if (!Prepare(d, path, set, strip, &t))
         return 0;
-    const bool all = !SamePath(path, d.path);
+    const bool all = WholeSet(d, path, set);
     const int ok = EditBody(d, t, [&](const QString& temp, QString* error) {
-        return EditXiph(temp, t.type,
-                        [&](TagLib::Ogg::XiphComment& c) {
-                            if (strip)
-                                c.removeAllFields();
-                            else
-                                ApplyXiph(d, c, set, all);
-                        },
-                        error);
+        return EditXiph(
+            temp, t.type,
+            [&](TagLib::Ogg::XiphComment& c) {
+                if (strip)
+                    c.removeAllFields();
+                else
+                    ApplyXiph(d, c, set, all);
+            },
+            error);
     });
-    if (ok) {
-        Written(d, path, set);
-        if (strip && SamePath(path, d.path))
-            d.ClearSet(set);
-    }
+    if (ok && strip)
+        Stripped(d, t, set);
+    else if (ok)
+        Written(d, t, set);
     return ok;
 }
 
 } // namespace
 
-int TagEngine::SaveFlac(const QString& path) { return SaveXiphSet(*d, path, TagSet::Flac, false); }
-int TagEngine::SaveOgg(const QString& path) { return SaveXiphSet(*d, path, TagSet::Ogg, false); }
-int TagEngine::RemoveOgg(const QString& path) { return SaveXiphSet(*d, path, TagSet::Ogg, true); }
+int TagEngine::SaveFlac(const QString& path) {
+    return SaveXiphSet(*d, path, TagSet::Flac, false);
+}
+int TagEngine::SaveOgg(const QString& path) {
+    return SaveXiphSet(*d, path, TagSet::Ogg, false);
+}
+int TagEngine::RemoveOgg(const QString& path) {
+    return SaveXiphSet(*d, path, TagSet::Ogg, true);
+}

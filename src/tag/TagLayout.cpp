@@ -86,8 +86,12 @@ std::vector<TrailerBlock> ScanTrailer(TagLib::IOStream* stream, long long fileSi
             const quint32 size = Le32(t - 32 + 12);
             const quint32 flags = Le32(t - 32 + 20);
             long long total = static_cast<long long>(size) + ((flags & 0x80000000u) ? 32 : 0);
-            if (size < 32 || total > avail)
+            if (size < 32 || static_cast<long long>(size) > avail)
                 break;
+            // A header announced but missing: the tag starts behind where it would be, and
+            // the bytes in front of it stay with the audio.
+            if (total != size && (total > avail || ReadAt(stream, end - total, 8) != "APETAGEX"))
+                total = size;
             block = {BlockKind::Ape, end - total, total};
         } else if (avail >= 15 && std::memcmp(t - 9, "LYRICS200", 9) == 0) {
             const QByteArray digits(t - 15, 6);
@@ -161,26 +165,31 @@ int AdtsFrameLength(const unsigned char* h, long long available) {
 }
 
 bool TypeHasOuterTags(int type) {
-    return type == kTypeMp3 || type == kTypeMonkey || type == kTypeFlac || type == kTypeOgg || type == kTypeMpc ||
-           type == kTypeAac;
+    return type == kTypeMp3 || type == kTypeMonkey || type == kTypeFlac || type == kTypeOgg ||
+           type == kTypeMpc || type == kTypeAac;
 }
 
 namespace {
 
-// Two MPEG frames in a row (or one that ends exactly at the end of the data) at 'at'.
-bool MpegChainAt(const QByteArray& buf, qsizetype at, long long bytesLeftInFile) {
+// 'frames' MPEG frames in a row at 'at' (or fewer that end exactly at the end of the
+// data), all agreeing on version, layer and sample rate.
+bool MpegChainAt(const QByteArray& buf, qsizetype at, long long bytesLeftInFile, int frames) {
     const auto* u = reinterpret_cast<const unsigned char*>(buf.constData());
-    if (at + 4 > buf.size())
-        return false;
-    const int len = MpegFrameLength(u + at);
-    if (len <= 0)
-        return false;
-    if (at + len + 4 <= buf.size()) {
-        const unsigned char* n = u + at + len;
-        // The next header must agree on version, layer and sample rate.
-        return MpegFrameLength(n) > 0 && (n[1] & 0xFE) == (u[at + 1] & 0xFE) && ((n[2] ^ u[at + 2]) & 0x0C) == 0;
+    const qsizetype first = at;
+    for (int n = 0; n < frames; ++n) {
+        if (at + 4 > buf.size())
+            return n > 0 && at - first == bytesLeftInFile;
+        const int len = MpegFrameLength(u + at);
+        if (len <= 0)
+            return false;
+        if (n > 0 &&
+            ((u[at + 1] & 0xFE) != (u[first + 1] & 0xFE) || ((u[at + 2] ^ u[first + 2]) & 0x0C) != 0))
+            return false;
+        if (at - first + len == bytesLeftInFile)
+            return true; // the last frame of the file
+        at += len;
     }
-    return len == bytesLeftInFile;
+    return true;
 }
 
 bool AdtsChainAt(const QByteArray& buf, qsizetype at, long long bytesLeftInFile) {
@@ -221,10 +230,10 @@ int DetectType(TagLib::IOStream* stream, long long fileSize, FileLayout* layout)
     lay.headVersion = version;
     if (start >= fileSize)
         return kTypeNone;
-    // Enough to see a container signature, and to find the first MPEG frames behind
-    // padding or junk.
-    const long long probeLen = std::min<long long>(fileSize - start, 64 * 1024);
-    const QByteArray probe = ReadAt(stream, start, probeLen);
+    // A small probe shows a container signature or the first MPEG frames; only when
+    // padding or junk hides them is a larger part of the file searched.
+    const long long left = fileSize - start;
+    QByteArray probe = ReadAt(stream, start, std::min<long long>(left, 4096));
     if (probe.size() < 4)
         return kTypeNone;
     if (probe.startsWith("fLaC"))
@@ -235,16 +244,20 @@ int DetectType(TagLib::IOStream* stream, long long fileSize, FileLayout* layout)
         type = kTypeMonkey;
     else if (probe.startsWith("MP+") || probe.startsWith("MPCK"))
         type = kTypeMpc;
+    else if (AdtsChainAt(probe, 0, left))
+        type = kTypeAac;
     else {
-        const long long left = fileSize - start;
-        if (AdtsChainAt(probe, 0, left)) {
-            type = kTypeAac;
-        } else {
-            // MPEG audio: the first frame chain within the probe. Only ID3v2 padding or a
-            // little junk may stand in front of it.
+        for (int round = 0; round < 2 && type == kTypeNone; ++round) {
+            if (round == 1) {
+                if (left <= probe.size())
+                    break;
+                probe = ReadAt(stream, start, std::min<long long>(left, 64 * 1024));
+            }
             const auto* u = reinterpret_cast<const unsigned char*>(probe.constData());
             for (qsizetype i = 0; i + 4 <= probe.size(); ++i) {
-                if (u[i] == 0xFF && MpegChainAt(probe, i, left - i)) {
+                // Frames right at the start need a second one behind them; frames found
+                // behind junk need two more, so that stray bytes are not taken for audio.
+                if (u[i] == 0xFF && MpegChainAt(probe, i, left - i, i == 0 ? 2 : 3)) {
                     type = kTypeMp3;
                     break;
                 }
