@@ -33,7 +33,7 @@ int main(int argc, char** argv) {
     // the sample beside the sources, or the file given as the first argument
     const QString sample = argc > 1 ? QString::fromLocal8Bit(argv[1])
                                     : QFileInfo(QStringLiteral(__FILE__)).absolutePath() +
-                                          QStringLiteral("/../tests/support/tagfiles/s.mp3");
+                                          QStringLiteral("/../tests/fixtures/tone.mp3");
     QTemporaryDir dir;
     DataGrid input, tag;
     for (const auto& c : kInputColumns)

@@ -1,7 +1,7 @@
 #pragma once
 // A working setting for the tests of the tag list: the shipped captions in English,
 // settings in memory, a data list with the 71 columns, the tag list, an engine of its
-// own, a scripted prompt, and copies of the small audio files in a temporary folder.
+// own, a scripted prompt, and copies of the audio fixtures in a temporary folder.
 
 #include "ProgramFolder.h"
 #include "TestPaths.h"
@@ -34,9 +34,7 @@ public:
     }
 
     // The stored sample of a kind ("mp3", "flac", "ogg", "wma").
-    static QString Sample(const QString& kind) {
-        return SourceDir() + QStringLiteral("/tests/support/tagfiles/s.") + kind;
-    }
+    static QString Sample(const QString& kind) { return FixtureDir() + QStringLiteral("/tone.") + kind; }
 
     // Copies a sample to `name` in the work folder and adds its data list row.
     QString AddFile(const QString& kind, const QString& name) {
