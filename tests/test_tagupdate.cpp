@@ -251,6 +251,33 @@ private slots:
         QCOMPARE(f.input.CellText(1, InCol::Rating), QStringLiteral("****"));
     }
 
+    void abortFinishesTheFileInProgress() {
+        TagUiFixture f;
+        for (int i = 0; i < 6; ++i)
+            f.AddFile("mp3", QStringLiteral("%1.mp3").arg(i));
+        f.LoadAll("MP3");
+        f.tag.SelectAll();
+        TagBatch batch = f.Batch();
+        batch.noMsg = true;
+        int calls = 0;
+        batch.progress = [&](int done, int total) {
+            ++calls;
+            QCOMPARE(total, 6);
+            if (done == 3)
+                State().AbortRequested = true; // as the abort button does between two files
+        };
+        TagBoxes b;
+        b.v2[4] = {true, "Stopped"};
+        const BatchResult r = UpdateTags(batch, UpdateSet::V2, b);
+        QCOMPARE(r.done, 3);
+        QCOMPARE(calls, 3);
+        for (int row = 1; row <= 6; ++row) {
+            QVERIFY(f.engine.OpenFile(f.PathOf(row)));
+            QCOMPARE(f.engine.V2Album(), row <= 3 ? QStringLiteral("Stopped") : QString());
+        }
+        State().AbortRequested = false;
+    }
+
     void otherTypes() {
         // AAC and MONKEY carry V2 only; a V1 update skips them and counts them done
         for (const QString& kind : {QStringLiteral("aac"), QStringLiteral("ape")}) {
