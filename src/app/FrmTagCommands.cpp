@@ -5,6 +5,7 @@
 #include "app/FrmInput.h"
 #include "app/FrmTag.h"
 #include "app/FrmTagSetPanel.h"
+#include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -29,6 +30,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTextEdit>
 #include <QUrl>
 
@@ -95,6 +97,28 @@ void FrmTag::connectCommands() {
         const QStringList links = SettingList(Ini::LinkFirst, Ini::LinkLast, Ini::LinkCol2);
         showValueMenu(box, links, m_attachLink->mapToGlobal(QPoint(0, m_attachLink->height())), m_mnuTextbox);
     });
+
+    // the list's menu: play the current song with the desktop's player, update the tags
+    auto play = [this] {
+        const int row = m_tag->CurRow();
+        if (row >= 1 && row <= m_tag->Rows())
+            QDesktopServices::openUrl(QUrl::fromLocalFile(TagRowPath(*m_tag, row)));
+    };
+    QTableView* table = m_view->table();
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(table, &QWidget::customContextMenuRequested, this, [this, table, play](const QPoint& p) {
+        QMenu menu(this);
+        QAction* playAction = menu.addAction(UiText(QStringLiteral("mnuTag_PlaySong")));
+        playAction->setObjectName(QStringLiteral("mnuTag_PlaySong"));
+        QAction* update = menu.addAction(UiText(QStringLiteral("mnuTag_UpdateTags")));
+        update->setObjectName(QStringLiteral("mnuTag_UpdateTags"));
+        QAction* chosen = menu.exec(table->viewport()->mapToGlobal(p));
+        if (chosen == playAction)
+            play();
+        else if (chosen == update)
+            cmdUpdateTag();
+    });
+    connect(m_view, &DataGridView::rowDoubleClicked, this, [play](int) { play(); });
 
     // current row: read the file
     connect(m_view, &DataGridView::currentRowChanged, this, [this](int row) { ReadTagRow(row); });

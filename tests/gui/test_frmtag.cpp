@@ -2,7 +2,10 @@
 // the V1 genre list, the update options in the settings, and a batch started by its
 // button with a scripted prompt.
 
+#include "GuiProgram.h"
 #include "TagUiFixture.h"
+
+#include "app/InputDataPage.h"
 
 #include "app/FrmTag.h"
 #include "app/FrmTagSetPanel.h"
@@ -13,11 +16,13 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QtTest>
 
 class TestFrmTag : public QObject {
@@ -274,6 +279,46 @@ private slots:
         QCOMPARE(f.input.CellText(1, InCol::FTag), QStringLiteral("_#TAGFILTER"));
         Named<QPushButton>(w, "btnTab2_FilterOnOff")->click();
         QVERIFY(!Named<QLineEdit>(w, "txtTab2_V2(2)")->isHidden());
+    }
+
+    void fromTheMainWindowsDataList() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QTemporaryDir dir;
+        DataGrid& input = Grids::LbxInput();
+        TagEngine engine;
+        for (const QString& name :
+             {QStringLiteral("a.mp3"), QStringLiteral("b.flac"), QStringLiteral("c.flac")}) {
+            QVERIFY(QFile::copy(TagUiFixture::Sample(QFileInfo(name).suffix()), dir.filePath(name)));
+            QStringList cells(InCol::Count);
+            cells[InCol::FileName - 1] = name;
+            cells[InCol::Type - 1] = FileTypeName(engine.OpenFile(dir.filePath(name)));
+            cells[InCol::Path - 1] = dir.path();
+            input.AddRow(cells);
+        }
+        input.SetCellText(3, InCol::FTag, "m");
+        input.SelectAll();
+        input.SetCurRow(2);
+        g.window->pageData->txtTab1_FTag->setText("m");
+        FrmTag* tag = g.window->frmTag;
+        QVERIFY(tag);
+        auto* take = tag->findChild<QPushButton*>("btnTab2_TakeFromDataList");
+        QVERIFY(take);
+        QVERIFY(!take->text().isEmpty());
+        take->click();
+        QCOMPARE(g.window->TabInput->currentWidget(), tag);
+        QCOMPARE(tag->lbxTag().Rows(), 1);
+        QCOMPARE(tag->lbxTag().CellText(1, TagCol::FileName), QStringLiteral("c.flac"));
+        QCOMPARE(tag->lbxTag().CellText(1, TagCol::KeyInput), input.RowKey(3));
+        // the result of a batch goes back into the data list row
+        tag->findChild<QRadioButton*>("OptTab2_UpdateV2")->setChecked(true);
+        tag->findChild<QCheckBox*>("chbTab2_V2(2)")->setChecked(true);
+        tag->findChild<QLineEdit*>("txtTab2_V2(2)")->setText("Main");
+        tag->lbxTag().SelectAll();
+        g.prompt.answers = {true};
+        tag->findChild<QPushButton*>("btnTab2_UpdateTag")->click();
+        QCOMPARE(input.CellText(3, InCol::TagArtist), QStringLiteral("Main"));
+        input.Clear();
     }
 
     void marksOfTheList() {
