@@ -34,6 +34,8 @@ private slots:
         QVERIFY(!f.tag.Column(TagCol::No).visible);
         QVERIFY(f.tag.Column(TagCol::FTag).visible);
         QVERIFY(!f.tag.Column(TagCol::KeyInput).visible);
+        QCOMPARE(f.tag.Column(TagCol::FileName).caption, Caption(3));
+        QVERIFY(!Caption(3).isEmpty());
     }
 
     void loadHonoursTheMarkFilter() {

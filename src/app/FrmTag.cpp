@@ -287,6 +287,7 @@ void FrmTag::applyCaptions() {
 // The captions that follow the file type of the list and the state of the filter; the
 // caption walk of a language change puts the defaults back, so they come again after it.
 void FrmTag::applyTypeCaptions() {
+    SetTagListCaptions(*m_tag);
     // the hook from the data list until it has a caption of its own
     if (auto* take = findChild<QPushButton*>(QStringLiteral("btnTab2_TakeFromDataList"));
         take && take->text().isEmpty())

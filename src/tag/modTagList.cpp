@@ -88,11 +88,21 @@ void DefineTagList(DataGrid& lbxTag) {
         return;
     lbxTag.RemoveAllColumns();
     lbxTag.AddColumn(QStringLiteral("No"), QString(), 500, Align::Right, false, SortType::Number);
-    lbxTag.AddColumn(QStringLiteral("FTag"), Caption(2), 1200, Align::Left, true);
-    lbxTag.AddColumn(QStringLiteral("FileName"), Caption(3), 5000, Align::Left, true);
-    lbxTag.AddColumn(QStringLiteral("Type"), Caption(6), 600, Align::Left, false);
-    lbxTag.AddColumn(QStringLiteral("Path"), Caption(7), 6000, Align::Left, false);
+    lbxTag.AddColumn(QStringLiteral("FTag"), QString(), 1200, Align::Left, true);
+    lbxTag.AddColumn(QStringLiteral("FileName"), QString(), 5000, Align::Left, true);
+    lbxTag.AddColumn(QStringLiteral("Type"), QString(), 600, Align::Left, false);
+    lbxTag.AddColumn(QStringLiteral("Path"), QString(), 6000, Align::Left, false);
     lbxTag.AddColumn(QStringLiteral("KeyInput"), QString(), 0, Align::Left, false);
+    SetTagListCaptions(lbxTag);
+}
+
+void SetTagListCaptions(DataGrid& lbxTag) {
+    // the headers of the same columns of the data list
+    const int rows[] = {InCol::FTag, InCol::FileName, InCol::Type, InCol::Path};
+    const int cols[] = {TagCol::FTag, TagCol::FileName, TagCol::Type, TagCol::Path};
+    for (int i = 0; i < 4; ++i)
+        if (cols[i] <= lbxTag.Cols())
+            lbxTag.SetColumnCaption(cols[i], Caption(kInputColumns[size_t(rows[i] - 1)].captionRow));
 }
 
 QString TagRowPath(const DataGrid& lbxTag, int row) {
@@ -111,6 +121,7 @@ static bool SameType(QStringView cell, const QString& typeText) {
 
 LoadTagResult LoadTagList(DataGrid& lbxInput, DataGrid& lbxTag, LoadTagRequest& request, Prompt& prompt) {
     DefineTagList(lbxTag);
+    SetTagListCaptions(lbxTag);
     if (lbxInput.Rows() == 0) {
         prompt.Tell(Caption(CapListEmpty), Prompt::Icon::Information);
         return LoadTagResult::Ended;

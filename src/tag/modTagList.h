@@ -32,6 +32,8 @@ using TagProgress = std::function<void(int done, int total)>;
 
 // Defines the six columns of LbxTag (once; a grid that has them is left alone).
 void DefineTagList(DataGrid& lbxTag);
+// Puts the column captions of the current language on LbxTag.
+void SetTagListCaptions(DataGrid& lbxTag);
 
 // Full path of a LbxTag row: Path, "/", FileName.
 QString TagRowPath(const DataGrid& lbxTag, int row);
