@@ -262,6 +262,16 @@ private slots:
         QVERIFY(SetTabsForType("OGG", UpdateOptionToSetting(UpdateSet::Typical)).optionTypicalSet);
     }
 
+    void filterOnEmptyListTells() {
+        TagUiFixture f;
+        QVERIFY(!FilterOn(f.tag, f.engine, f.prompt).turnedOn);
+        QCOMPARE(f.prompt.LastText(), Caption(CapListEmpty));
+        FilterTexts ft;
+        ft[0] = "x";
+        QCOMPARE(ApplyTagFilter(f.tag, f.engine, f.prompt, ft, false, false), -1);
+        QCOMPARE(f.prompt.Count("tell"), 2);
+    }
+
     void filterOnListWithoutV2EmptiesIt() {
         TagUiFixture f;
         f.AddFile("mp3", "A.mp3");

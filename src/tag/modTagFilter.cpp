@@ -7,6 +7,7 @@
 #include "core/Settings.h"
 #include "list/InputColumns.h"
 #include "list/Marks.h"
+#include "list/modList.h"
 #include "tag/TagEngine.h"
 
 #include <QSet>
@@ -31,6 +32,8 @@ QString FilterProgressText(int done, int total) {
 
 FilterOnResult FilterOn(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, const TagProgress& progress) {
     FilterOnResult r;
+    if (!ListNotEmpty(lbxTag, prompt))
+        return r;
     const int rows = lbxTag.Rows();
     // One pass over the files: the rows without V2 are marked, the values of the others
     // kept for the combos.
@@ -94,6 +97,8 @@ bool FilterMatches(const QString& value, const QString& filter, bool matchComple
 
 int ApplyTagFilter(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, const FilterTexts& filters,
                    bool matchComplete, bool keepMark, const TagProgress& progress) {
+    if (!ListNotEmpty(lbxTag, prompt))
+        return -1;
     bool any = false;
     for (const QString& f : filters)
         any = any || !f.trimmed().isEmpty();
@@ -135,6 +140,8 @@ int ApplyTagFilter(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, const Fi
 }
 
 bool TransferFilterToDatalist(DataGrid& lbxTag, DataGrid& lbxInput, Prompt& prompt, bool noMsg) {
+    if (!ListNotEmpty(lbxTag, prompt))
+        return false;
     bool any = false;
     for (int row = 1; row <= lbxTag.Rows() && !any; ++row)
         any = lbxTag.CellView(row, TagCol::FTag) == Mark::Default;

@@ -26,14 +26,16 @@ struct FilterOnResult {
 };
 
 // btnTab2_FilterOnOff turning the filter on: rows without V2 are offered for removal,
-// then the value lists of the combos are gathered. `progress` shows the gathering.
+// then the value lists of the combos are gathered. `progress` shows the gathering. An
+// empty list gets the guard message and the filter stays off.
 FilterOnResult FilterOn(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt,
                         const TagProgress& progress = {});
 
 // The progress text of the gathering: "file n of total".
 QString FilterProgressText(int done, int total);
 
-// btnTab2_Filter. Returns the number of rows that passed, -1 when there was no filter text.
+// btnTab2_Filter. Returns the number of rows that passed, -1 when the list is empty or
+// there was no filter text.
 int ApplyTagFilter(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, const FilterTexts& filters,
                    bool matchComplete, bool keepMark, const TagProgress& progress = {});
 // One field against one filter text.
