@@ -20,7 +20,8 @@
 //   Flac     4                4                 -
 //   Ogg      6                6                 6
 // A set that a type does not carry reads empty, its Has... is false, and its Save or
-// Remove returns 0 without touching the file.
+// Remove returns 0 without touching the file. Removing a set that the type allows but the
+// file does not hold succeeds and changes nothing.
 //
 // Multi-valued members of V2 (comments, lyric texts, user text frames, pictures) use
 // 1-based indices. Index count + 1 appends; a setter with all texts empty removes the
@@ -51,7 +52,7 @@ public:
     int OpenFile(const QString& path);
     int FileType() const;      // type of the current file, 0 when none
     QString FilePath() const;  // path given to the last OpenFile
-    QString LastError() const; // text of the last failure, empty after a success
+    QString LastError() const; // text of the last failure (reset by OpenFile and each save)
 
     // ---- audio data ---------------------------------------------------------------------
     float DurationSeconds() const;
