@@ -158,6 +158,31 @@ private slots:
         QCOMPARE(CaptionTable().Column(2).caption, QStringLiteral("Note"));
     }
 
+    void row43OnAColumnWithoutLanguageGivesGerman() {
+        ProgramFolder pf;
+        QVERIFY(pf.WriteIni({{{Ini::Language, 1}, QStringLiteral("6")}}));
+        QVERIFY(pf.WriteCaptions(ProgramFolder::StandardCaptions()));
+        ScriptedPrompt p;
+        QCOMPARE(Start(p), StartCheck::Ok);
+        QCOMPARE(LanguageColumn(), kLanguageGerman);
+        QCOMPARE(Caption(60), QStringLiteral("Soll das Programm beendet werden?"));
+    }
+
+    void unreadableCaptionFileStartsWithEmptyTexts() {
+        ProgramFolder pf;
+        QVERIFY(pf.WriteIni());
+        QFile f(pf.file("Caption.qlt"));
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write("broken\n");
+        f.close();
+        ScriptedPrompt p;
+        QCOMPARE(Start(p), StartCheck::Ok); // only the three file checks end the program
+        QCOMPARE(int(p.shown.size()), 0);
+        QCOMPARE(CaptionTable().Rows(), kCaptionRowCount);
+        QVERIFY(Caption(60).isEmpty());
+        QCOMPARE(pf.Read("Caption.qlt"), QByteArray("broken\n")); // never overwritten
+    }
+
     void languagesAreTheColumnsWithRowOne() {
         ProgramFolder pf;
         QVERIFY(pf.WriteStandard());

@@ -115,10 +115,7 @@ StartupSteps FrmInput::Steps() {
     s.selectFirstMainTab = [this] { TabInput->setCurrentIndex(0); };
     s.defineGrids = [this] { pageData->DefineColumns(); };
     s.setCaptions = [] { SetCaptions(); };
-    s.applySettings = [this] {
-        pageData->ApplySettings();
-        frmPreferences->ApplySettings();
-    };
+    s.applySettings = [this] { ApplySettings(); };
     s.resetTabsAndRedraw = [this] {
         TabInput->setCurrentIndex(0);
         pageData->TabInput1_Sub1->setCurrentIndex(0);
@@ -141,6 +138,12 @@ StartupSteps FrmInput::Steps() {
             b->setFocusPolicy(Qt::TabFocus);
     };
     return s;
+}
+
+void FrmInput::ApplySettings() {
+    // The defaults that are pure data (row 27) were taken by the start-up before this.
+    pageData->ApplySettings();
+    frmPreferences->ApplySettings();
 }
 
 StartCheck FrmInput::FormLoad(Prompt& prompt) {

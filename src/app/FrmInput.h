@@ -31,6 +31,8 @@ public:
     // (its message has been shown; no window is shown then).
     StartCheck FormLoad(Prompt& prompt);
 
+    // Puts the settings into the controls of all areas (start-up step 8).
+    void ApplySettings();
     // btn2Tab1_ClosePrg: closes the program after the closing questions.
     void ClosePrg();
     // Form_QueryUnload: unloadMode 0 = closed by the user at the window's corner (asks,

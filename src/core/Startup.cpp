@@ -87,9 +87,12 @@ std::vector<LanguageEntry> GetLanguage() {
     std::vector<LanguageEntry> langs = AvailableLanguages();
     bool ok = false;
     const int stored = Setting(Ini::Language, Ini::Col1).trimmed().toInt(&ok);
+    // A stored column that holds no language (its import was erased, say) would leave
+    // every text empty: German stands in then.
     int column = kLanguageGerman;
-    if (ok && stored >= kLanguageGerman && stored <= CaptionTable().Cols())
-        column = stored;
+    for (const LanguageEntry& l : langs)
+        if (ok && l.column == stored)
+            column = stored;
     SetLanguageColumn(column);
     return langs;
 }
@@ -158,12 +161,14 @@ bool QuitProgram(int& alreadyAsked, int force, Prompt& prompt, const QuitSteps& 
         alreadyAsked = -1;
     }
     if (Grids::LbxSText().Tag == u"edited") {
-        if (!prompt.AskYesNo(Caption(CapSyncTextUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnywayQuestion),
+        if (!prompt.AskYesNo(Caption(CapSyncTextUnsaved) + QStringLiteral("\n\n") +
+                                 Caption(CapQuitAnywayQuestion),
                              false, Prompt::Icon::Question))
             return false;
     }
     if (Grids::LbxPic_Extern().Tag == u"changes") {
-        if (!prompt.AskYesNo(Caption(CapPicLinksUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnywayQuestion),
+        if (!prompt.AskYesNo(Caption(CapPicLinksUnsaved) + QStringLiteral("\n\n") +
+                                 Caption(CapQuitAnywayQuestion),
                              false, Prompt::Icon::Question))
             return false;
     }

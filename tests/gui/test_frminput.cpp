@@ -158,6 +158,8 @@ private slots:
                  CaptionTable().CellText(3, kLanguageEnglish));
         QVERIFY(CaptionTable().CellText(3, kLanguageEnglish) != CaptionTable().CellText(3, kLanguageGerman));
         QCOMPARE(CaptionTable().Column(1).caption, CaptionTable().CellText(1, kLanguageEnglish));
+        // A control whose row is not assigned yet speaks from its pending texts.
+        QCOMPARE(Find<QLabel>(g.window.get(), "lblTab1_FTag")->text(), QStringLiteral("&Mark:"));
         // And back.
         combo->setCurrentIndex(0);
         QTest::mouseClick(Find<QPushButton>(g.window.get(), "btnPref_Lng"), Qt::LeftButton);
