@@ -4,6 +4,8 @@
 #include "app/FrmTag.h"
 #include "app/FrmTagSetPanel.h"
 #include "app/UiCaptions.h"
+#include "core/AppPaths.h"
+#include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
 #include "core/Settings.h"
@@ -26,6 +28,9 @@
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    // the texts built beside the program, when they are there
+    SetAppPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../bin"));
+    LoadCaptionTable();
     LoadUiCaptionTables();
     EnsureSettingsShape();
     const int files = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 1000;
@@ -57,6 +62,9 @@ int main(int argc, char** argv) {
     w.findChild<QCheckBox*>(QStringLiteral("chbTab2_V2(4)"))->setChecked(true);
     w.findChild<QLineEdit*>(QStringLiteral("txtTab2_V2(4)"))->setText(QStringLiteral("Bench Album"));
     w.findChild<QCheckBox*>(QStringLiteral("chbTab2_NoMsg"))->setChecked(true);
+    // QLT_GRAB=<file.png> keeps a picture of the window as the batch starts
+    if (qEnvironmentVariableIsSet("QLT_GRAB"))
+        w.grab().save(qEnvironmentVariable("QLT_GRAB"));
 
     // a timer that ticks every 10 ms measures how long the event loop is held up
     QElapsedTimer sinceTick;

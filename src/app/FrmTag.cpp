@@ -457,12 +457,17 @@ void FrmTag::SetTabsForType(const QString& typeText) {
     if (t.v1BoxesEmptied)
         v1->clearBoxes();
     applyTypeCaptions();
-    for (int i = 0; i < 5; ++i)
-        if (t.tabEnabled[size_t(i)]) {
-            if (!m_tabs->isTabEnabled(m_tabs->currentIndex()))
+    // the tab of the chosen update option, else the first that the type offers
+    const int chosen = int(ChosenSet()) - 1;
+    if (chosen >= 0 && t.tabEnabled[size_t(chosen)]) {
+        m_tabs->setCurrentIndex(chosen);
+    } else {
+        for (int i = 0; i < 5; ++i)
+            if (t.tabEnabled[size_t(i)]) {
                 m_tabs->setCurrentIndex(i);
-            break;
-        }
+                break;
+            }
+    }
 }
 
 // ---- values of the boxes --------------------------------------------------------------------
