@@ -97,7 +97,7 @@ void FrmTag::buildUi() {
     m_tabs->setObjectName(QStringLiteral("SSTabFields"));
     rl->addWidget(m_tabs, 1);
 
-    const TagSetPanelSpec specs[5] = {
+    const TagSetPanelDef defs[5] = {
         {"txtTab2_V1", "chbTab2_V1", "cmbTab2_GenreV1", "", "", "btnTab2_CheckTrue_V1",
          "btnTab2_CheckFalse_V1", 1, 6, 0, true, -1},
         {"txtTab2_V2", "chbTab2_V2", "CmbTab2_GenreV2", "chbTab2_GenreV2", "", "btnTab2_CheckTrue_V2",
@@ -110,7 +110,7 @@ void FrmTag::buildUi() {
          "btnTab2_CheckTrueTypical", "btnTab2_CheckFalseTypical", 0, 15, 1, false, -1},
     };
     for (int t = 0; t < 5; ++t) {
-        m_panels[size_t(t)] = new FrmTagSetPanel(specs[t], m_tabs);
+        m_panels[size_t(t)] = new FrmTagSetPanel(defs[t], m_tabs);
         m_tabs->addTab(m_panels[size_t(t)], QString());
     }
     // V2 extras: the filter combos over the text boxes, the comment area, the box copies

@@ -15,7 +15,7 @@ static QString Indexed(const QString& name, int i) {
     return name + QLatin1Char('(') + QString::number(i) + QLatin1Char(')');
 }
 
-FrmTagSetPanel::FrmTagSetPanel(const TagSetPanelSpec& spec, QWidget* parent) : QWidget(parent), m_spec(spec) {
+FrmTagSetPanel::FrmTagSetPanel(const TagSetPanelDef& def, QWidget* parent) : QWidget(parent), m_def(def) {
     auto* outer = new QVBoxLayout(this);
     m_grid = new QGridLayout;
     outer->addLayout(m_grid);
@@ -23,10 +23,10 @@ FrmTagSetPanel::FrmTagSetPanel(const TagSetPanelSpec& spec, QWidget* parent) : Q
 
     // genre
     m_genreCheck = new QCheckBox(this);
-    m_genreCheck->setObjectName(spec.genreCheck.isEmpty() ? Indexed(spec.checkName, 0) : spec.genreCheck);
+    m_genreCheck->setObjectName(def.genreCheck.isEmpty() ? Indexed(def.checkName, 0) : def.genreCheck);
     m_genre = new QComboBox(this);
-    m_genre->setObjectName(spec.genreName);
-    m_genre->setEditable(!spec.genreByData);
+    m_genre->setObjectName(def.genreName);
+    m_genre->setEditable(!def.genreByData);
     m_genre->setMinimumContentsLength(20);
     m_grid->addWidget(m_genreCheck, row, 0);
     m_grid->addWidget(m_genre, row, 2);
@@ -34,16 +34,16 @@ FrmTagSetPanel::FrmTagSetPanel(const TagSetPanelSpec& spec, QWidget* parent) : Q
     connect(m_genreCheck, &QCheckBox::toggled, this, [this](bool on) { ApplyEnabled(m_genre, on); });
     ApplyEnabled(m_genre, false);
 
-    for (int k = 0; k < spec.boxCount; ++k) {
-        const int i = spec.firstBox + k;
+    for (int k = 0; k < def.boxCount; ++k) {
+        const int i = def.firstBox + k;
         auto* chk = new QCheckBox(this);
-        chk->setObjectName(Indexed(spec.checkName, i + spec.checkOffset));
+        chk->setObjectName(Indexed(def.checkName, i + def.checkOffset));
         auto* box = new QLineEdit(this);
-        box->setObjectName(Indexed(spec.textName, i));
+        box->setObjectName(Indexed(def.textName, i));
         m_grid->addWidget(chk, row, 0);
-        if (!spec.labelName.isEmpty()) {
+        if (!def.labelName.isEmpty()) {
             auto* lbl = new QLabel(this);
-            lbl->setObjectName(Indexed(spec.labelName, i));
+            lbl->setObjectName(Indexed(def.labelName, i));
             m_grid->addWidget(lbl, row, 1);
             m_labels.push_back(lbl);
         }
@@ -58,9 +58,9 @@ FrmTagSetPanel::FrmTagSetPanel(const TagSetPanelSpec& spec, QWidget* parent) : Q
 
     auto* buttons = new QHBoxLayout;
     m_all = new QPushButton(this);
-    m_all->setObjectName(spec.checkAllName);
+    m_all->setObjectName(def.checkAllName);
     m_none = new QPushButton(this);
-    m_none->setObjectName(spec.checkNoneName);
+    m_none->setObjectName(def.checkNoneName);
     buttons->addWidget(m_all);
     buttons->addWidget(m_none);
     buttons->addStretch(1);
@@ -85,17 +85,17 @@ void FrmTagSetPanel::checkToggled(int k, bool checked) {
 }
 
 QLineEdit* FrmTagSetPanel::box(int index) const {
-    const int k = index - m_spec.firstBox;
+    const int k = index - m_def.firstBox;
     return k >= 0 && k < int(m_boxes.size()) ? m_boxes[size_t(k)] : nullptr;
 }
 
 QCheckBox* FrmTagSetPanel::check(int index) const {
-    const int k = index - m_spec.firstBox;
+    const int k = index - m_def.firstBox;
     return k >= 0 && k < int(m_checks.size()) ? m_checks[size_t(k)] : nullptr;
 }
 
 QLabel* FrmTagSetPanel::label(int index) const {
-    const int k = index - m_spec.firstBox;
+    const int k = index - m_def.firstBox;
     return k >= 0 && k < int(m_labels.size()) ? m_labels[size_t(k)] : nullptr;
 }
 
@@ -135,7 +135,7 @@ bool FrmTagSetPanel::genreEnabled() const {
 void FrmTagSetPanel::clearBoxes() {
     for (QLineEdit* b : m_boxes)
         b->clear();
-    if (m_spec.genreByData)
+    if (m_def.genreByData)
         m_genre->setCurrentIndex(m_genre->count() > 0 ? 0 : -1);
     else
         m_genre->setEditText(QString());

@@ -17,7 +17,7 @@ class QLineEdit;
 class QPushButton;
 class QGridLayout;
 
-struct TagSetPanelSpec {
+struct TagSetPanelDef {
     QString textName;   // "txtTab2_V2": boxes are named "txtTab2_V2(i)"
     QString checkName;  // "chbTab2_V2"
     QString genreName;  // "CmbTab2_GenreV2"
@@ -34,10 +34,10 @@ struct TagSetPanelSpec {
 class FrmTagSetPanel : public QWidget {
     Q_OBJECT
 public:
-    FrmTagSetPanel(const TagSetPanelSpec& spec, QWidget* parent = nullptr);
+    FrmTagSetPanel(const TagSetPanelDef& def, QWidget* parent = nullptr);
 
-    const TagSetPanelSpec& spec() const { return m_spec; }
-    int boxCount() const { return m_spec.boxCount; }
+    const TagSetPanelDef& def() const { return m_def; }
+    int boxCount() const { return m_def.boxCount; }
     QLineEdit* box(int index) const;   // by the window's index (firstBox ..)
     QCheckBox* check(int index) const; // check box of a text box
     QCheckBox* genreCheck() const { return m_genreCheck; }
@@ -69,7 +69,7 @@ public:
 private:
     void checkToggled(int index, bool checked);
 
-    TagSetPanelSpec m_spec;
+    TagSetPanelDef m_def;
     std::vector<QLineEdit*> m_boxes;
     std::vector<QCheckBox*> m_checks;
     std::vector<QLabel*> m_labels;
