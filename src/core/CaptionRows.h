@@ -73,6 +73,7 @@ constexpr CaptionRow CapCopyToPlaylistQuestion = 235; // "Do you want to take th
 constexpr CaptionRow CapCheckListFind1 = 237; // "Text 1"
 constexpr CaptionRow CapCheckListFind2 = 238; // "Text 2"
 constexpr CaptionRow CapCheckListCaption = 239; // "Check list"
+constexpr CaptionRow CapToTagList = 244; // "To the tag list"
 constexpr CaptionRow CapOneFileCopied = 259; // "The file has been copied."
 constexpr CaptionRow CapFilesCopied = 260; // "Files copied: " (joined)
 constexpr CaptionRow CapOneFileMoved = 261; // "The file has been transferred."

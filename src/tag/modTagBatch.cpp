@@ -1,0 +1,83 @@
+#include "tag/modTagBatch.h"
+
+#include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/DataGrid.h"
+#include "core/Prompt.h"
+#include "list/Marks.h"
+#include "tag/TagEngine.h"
+
+bool PassesMarkFilter(const DataGrid& list, int row, const QString& filter) {
+    return filter.isEmpty() || list.CellView(row, TagCol::FTag) == filter;
+}
+
+void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QString&)>& step,
+                     BatchResult& result) {
+    DataGrid& list = *batch.lbxTag;
+    const std::vector<int> rows = list.SelectedRows();
+    const int total = int(rows.size());
+    State().AbortRequested = false;
+    list.LockUpdate(true);
+    if (batch.lbxInput)
+        batch.lbxInput->LockUpdate(true);
+    int n = 0;
+    for (int row : rows) {
+        if (State().AbortRequested)
+            break;
+        ++n;
+        if (row > list.Rows())
+            continue;
+        if (PassesMarkFilter(list, row, batch.markFilter)) {
+            if (step(row, TagRowPath(list, row))) {
+                ++result.done;
+            } else {
+                list.SetCellText(row, TagCol::FTag, Mark::Failed);
+                ++result.failed;
+            }
+        }
+        if (batch.progress)
+            batch.progress(n, total);
+    }
+    if (batch.lbxInput) {
+        batch.lbxInput->LockUpdate(false);
+        batch.lbxInput->Refresh();
+    }
+    list.LockUpdate(false);
+    list.Refresh();
+}
+
+int InputRowOf(TagBatch& batch, int tagRow) {
+    if (!batch.lbxInput)
+        return 0;
+    if (!batch.inputRowsBuilt) {
+        batch.inputRows = InputRowsByKey(*batch.lbxInput);
+        batch.inputRowsBuilt = true;
+    }
+    const int r = batch.inputRows.value(batch.lbxTag->CellText(tagRow, TagCol::KeyInput), 0);
+    return r <= batch.lbxInput->Rows() ? r : 0;
+}
+
+void CarryBackToInput(TagBatch& batch, int tagRow, const QString& path) {
+    const int r = InputRowOf(batch, tagRow);
+    if (r == 0)
+        return;
+    if (batch.engine->OpenFile(path) == 0)
+        return;
+    RefreshInputTagCells(*batch.lbxInput, r, *batch.engine);
+}
+
+void FinishBatchReport(TagBatch& batch, const BatchResult& result, int doneRow) {
+    if (!batch.noMsg)
+        batch.prompt->Tell(Caption(doneRow) + QString::number(result.done), Prompt::Icon::Information);
+    FinishFailures(batch, result);
+}
+
+void FinishFailures(TagBatch& batch, const BatchResult& result) {
+    if (result.failed == 0)
+        return;
+    DataGrid& list = *batch.lbxTag;
+    list.DoSort(TagCol::FTag, 2);
+    if (list.Rows() > 0)
+        list.SetCurRow(1);
+    batch.prompt->Tell(Caption(CapFilesFailed) + QString::number(result.failed), Prompt::Icon::Critical);
+}

@@ -1,0 +1,462 @@
+// Transfers of the tag list: set to set, file name to tag, tag to file name.
+
+#include "core/CaptionRows.h"
+#include "core/DataGrid.h"
+#include "core/Prompt.h"
+#include "file/ftcFileOps.h"
+#include "list/InputColumns.h"
+#include "list/Marks.h"
+#include "list/modList.h"
+#include "tag/TagEngine.h"
+#include "tag/modTagBatch.h"
+#include "tag/modTagUpdate.h"
+
+namespace {
+
+const QString kNo = QStringLiteral("No"); // "leave the target's field alone"
+
+// The seven values a transfer carries, in this order.
+enum Val { Genre, Year, Track, Artist, Title, Album, Comment, ValCount };
+
+bool SourcePresent(const TagEngine& e, int source, int type) {
+    switch (source) {
+    case 0:
+        return e.HasV1();
+    case 1:
+        return e.HasV2();
+    case 2:
+        return e.HasApe();
+    case 3:
+        return e.HasLyrics();
+    case 4:
+        return type == 4 || type == 6;
+    default:
+        return false;
+    }
+}
+
+QString Take(bool enabled, const QString& value) {
+    return enabled ? value : kNo;
+}
+
+std::array<QString, ValCount> ReadSource(const TagEngine& e, int source, int type, const TagBoxes& b) {
+    std::array<QString, ValCount> v;
+    v.fill(kNo);
+    switch (source) {
+    case 0:
+        v[Genre] = Take(b.v1GenreEnabled, e.GenreName(e.V1GenreCode()));
+        v[Year] = Take(b.v1[1].enabled, e.V1Year());
+        v[Track] = Take(b.v1[2].enabled, e.V1Track());
+        v[Artist] = Take(b.v1[3].enabled, e.V1Artist());
+        v[Title] = Take(b.v1[4].enabled, e.V1Title());
+        v[Album] = Take(b.v1[5].enabled, e.V1Album());
+        v[Comment] = Take(b.v1[6].enabled, e.V1Comment());
+        break;
+    case 1:
+        // The genre of a V2 source is the file's V1Genre property, as it always was.
+        v[Genre] = Take(b.v2Genre.enabled, e.V1Genre());
+        v[Year] = Take(b.v2[0].enabled, e.V2Year());
+        v[Track] = Take(b.v2[1].enabled, e.V2Track());
+        v[Artist] = Take(b.v2[2].enabled, e.V2Artist());
+        v[Title] = Take(b.v2[3].enabled, e.V2Title());
+        v[Album] = Take(b.v2[4].enabled, e.V2Album());
+        v[Comment] = e.CommentText(1); // the comment area has no check box
+        break;
+    case 2:
+        v[Genre] = Take(b.apeGenre.enabled, e.ApeGenre());
+        v[Year] = Take(b.ape[0].enabled, e.ApeYear());
+        v[Track] = Take(b.ape[1].enabled, e.ApeTrack());
+        v[Artist] = Take(b.ape[2].enabled, e.ApeArtist());
+        v[Title] = Take(b.ape[3].enabled, e.ApeTitle());
+        v[Album] = Take(b.ape[4].enabled, e.ApeAlbum());
+        v[Comment] = Take(b.ape[5].enabled, e.ApeComment());
+        break;
+    case 3:
+        v[Genre] = Take(b.lyricsGenre.enabled, e.LyricsGenre());
+        v[Artist] = Take(b.lyrics[0].enabled, e.LyricsArtist());
+        v[Title] = Take(b.lyrics[1].enabled, e.LyricsTitle());
+        v[Album] = Take(b.lyrics[2].enabled, e.LyricsAlbum());
+        v[Comment] = Take(b.lyrics[3].enabled, e.LyricsInfo());
+        break;
+    case 4: {
+        TagField g;
+        if (!TypicalGenreField(type, &g))
+            break;
+        const auto& f = TypicalBoxFields(type);
+        v[Genre] = Take(b.typicalGenre.enabled, e.Field(g));
+        for (int i = 0; i < 6; ++i)
+            v[size_t(Year + i)] = Take(b.typical[size_t(i)].enabled, e.Field(f[size_t(i)]));
+        break;
+    }
+    default:
+        break;
+    }
+    return v;
+}
+
+void Put(TagEngine& e, TagField field, const QString& value) {
+    if (value != kNo)
+        e.SetField(field, value);
+}
+
+// Stages and saves the values in the target set; false when the save failed.
+bool WriteTarget(TagEngine& e, const QString& path, int target, int type,
+                 const std::array<QString, ValCount>& v) {
+    using F = TagField;
+    switch (target) {
+    case 0:
+        Put(e, F::V1Year, v[Year]);
+        Put(e, F::V1Track, v[Track]);
+        Put(e, F::V1Artist, v[Artist]);
+        Put(e, F::V1Title, v[Title]);
+        Put(e, F::V1Album, v[Album]);
+        Put(e, F::V1Comment, v[Comment]);
+        return e.SaveV1(path) != 0;
+    case 1:
+        Put(e, F::V2Genre, v[Genre]);
+        Put(e, F::V2Year, v[Year]);
+        Put(e, F::V2Track, v[Track]);
+        Put(e, F::V2Artist, v[Artist]);
+        Put(e, F::V2Title, v[Title]);
+        Put(e, F::V2Album, v[Album]);
+        return e.SaveV2(path) != 0;
+    case 2:
+        Put(e, F::ApeGenre, v[Genre]);
+        Put(e, F::ApeYear, v[Year]);
+        Put(e, F::ApeTrack, v[Track]);
+        Put(e, F::ApeArtist, v[Artist]);
+        Put(e, F::ApeTitle, v[Title]);
+        Put(e, F::ApeAlbum, v[Album]);
+        Put(e, F::ApeComment, v[Comment]);
+        return e.SaveApe(path) != 0;
+    case 3:
+        EnsureV1ForLyrics(e, path);
+        Put(e, F::LyricsGenre, v[Genre]);
+        Put(e, F::LyricsArtist, v[Artist]);
+        Put(e, F::LyricsTitle, v[Title]);
+        Put(e, F::LyricsAlbum, v[Album]);
+        Put(e, F::LyricsInfo, v[Comment]);
+        return e.SaveLyrics(path) != 0;
+    case 4: {
+        if (type != 4 && type != 6)
+            return true; // no WMA target: nothing to write
+        TagField g;
+        TypicalGenreField(type, &g);
+        Put(e, g, v[Genre]);
+        const auto& f = TypicalBoxFields(type);
+        for (int i = 0; i < 6; ++i)
+            Put(e, f[size_t(i)], v[size_t(Year + i)]);
+        return (type == 4 ? e.SaveFlac(path) : e.SaveOgg(path)) != 0;
+    }
+    default:
+        return true;
+    }
+}
+
+bool StripSource(TagEngine& e, const QString& path, int source, int type) {
+    switch (source) {
+    case 0:
+        return e.RemoveV1(path) != 0;
+    case 1:
+        return e.RemoveV2(path) != 0;
+    case 2:
+        return e.RemoveApe(path) != 0;
+    case 3:
+        return e.RemoveLyrics(path) != 0;
+    case 4:
+        return type == 6 ? e.RemoveOgg(path) != 0 : true;
+    default:
+        return true;
+    }
+}
+
+} // namespace
+
+BatchResult TagToTag(TagBatch& batch, int index, const TagBoxes& boxes, bool strip) {
+    BatchResult r;
+    Prompt& prompt = *batch.prompt;
+    if (!ListNotEmpty(*batch.lbxTag, prompt))
+        return r;
+    if (index < 0 || index > 19) {
+        prompt.Tell(Caption(CapNothingChosen), Prompt::Icon::Information);
+        return r;
+    }
+    const int source = index / 4;
+    const int position = index % 4;
+    const int target = position < source ? position : position + 1;
+    BusyScope busy(batch.busy);
+    r.ran = true;
+    TagEngine& e = *batch.engine;
+    ForEachBatchRow(
+        batch,
+        [&](int row, const QString& path) {
+            const int t = e.OpenFile(path);
+            if (t == 0 || !SourcePresent(e, source, t))
+                return false;
+            const auto values = ReadSource(e, source, t, boxes);
+            bool ok = true;
+            if (index != 9) // APE to V2 writes nothing, as it always did
+                ok = WriteTarget(e, path, target, t, values);
+            if (ok && strip)
+                ok = StripSource(e, path, source, t);
+            CarryBackToInput(batch, row, path);
+            return ok;
+        },
+        r);
+    if (!batch.noMsg)
+        prompt.Tell(Caption(CapTagsTransferred), Prompt::Icon::Information);
+    FinishFailures(batch, r);
+    return r;
+}
+
+// ---- names ---------------------------------------------------------------------------------
+
+NameParts SplitNameForTag(const QString& baseIn) {
+    NameParts p;
+    QString base = baseIn.trimmed();
+    int i = 0;
+    if (base.startsWith(QLatin1Char('#'))) {
+        // internal number: "#07 Artist - Title"
+        i = 1;
+        while (i < base.size() && base[i].isDigit())
+            ++i;
+        if (i > 1) {
+            p.number = base.mid(1, i - 1);
+            const int blank = base.indexOf(QLatin1Char(' '), i);
+            base = blank < 0 ? QString() : base.mid(blank + 1);
+        }
+    } else {
+        while (i < base.size() && base[i].isDigit())
+            ++i;
+        if (i > 0) {
+            p.number = base.left(i);
+            // the rest starts at the first letter, so any separator goes
+            int j = i;
+            while (j < base.size() && !(base[j].isLetter()))
+                ++j;
+            base = base.mid(j);
+        }
+    }
+    int dash = base.indexOf(QLatin1Char('-'));
+    if (dash < 0) {
+        p.artist = base.trimmed();
+        return p;
+    }
+    bool numeric = false;
+    base.left(dash).trimmed().toLongLong(&numeric);
+    if (numeric)
+        dash = base.indexOf(QLatin1Char('-'), dash + 1);
+    if (dash < 0) {
+        p.artist = base.trimmed();
+        return p;
+    }
+    p.artist = base.left(dash).trimmed();
+    p.title = base.mid(dash + 1).trimmed();
+    return p;
+}
+
+static void SplitExt(const QString& name, QString* base, QString* ext) {
+    const int dot = name.lastIndexOf(QLatin1Char('.'));
+    if (dot < 0) {
+        *base = name;
+        ext->clear();
+        return;
+    }
+    *base = name.left(dot);
+    *ext = name.mid(dot + 1);
+}
+
+static QString PlainNumber(const QString& text) {
+    bool ok = false;
+    const qlonglong n = text.trimmed().toLongLong(&ok);
+    return ok ? QString::number(n) : text.trimmed();
+}
+
+BatchResult FilenameToTag(TagBatch& batch, UpdateSet set, bool withTrack, NameToTagShown* shown) {
+    BatchResult r;
+    Prompt& prompt = *batch.prompt;
+    DataGrid& list = *batch.lbxTag;
+    if (!ListNotEmpty(list, prompt) || !AtLeastRowsSelected(list, 1, prompt))
+        return r;
+    if (set == UpdateSet::None) {
+        prompt.Tell(Caption(CapNoTagChosenToUpdate), Prompt::Icon::Information);
+        return r;
+    }
+    if (!prompt.AskYesNo(Caption(CapNameToTagQuestion)))
+        return r;
+    BusyScope busy(batch.busy);
+    r.ran = true;
+    TagEngine& e = *batch.engine;
+    ForEachBatchRow(
+        batch,
+        [&](int row, const QString& path) {
+            QString base, ext;
+            SplitExt(list.CellText(row, TagCol::FileName), &base, &ext);
+            NameParts p = SplitNameForTag(base);
+            const QString track = withTrack ? PlainNumber(p.number) : QString();
+            const int t = e.OpenFile(path);
+            if (t == 0)
+                return false;
+            using F = TagField;
+            auto put = [&](F artist, F title, F trackField, bool withTrackField) {
+                e.SetField(artist, p.artist);
+                e.SetField(title, p.title);
+                if (withTrackField && !track.isEmpty())
+                    e.SetField(trackField, track);
+            };
+            int saved = 1;
+            switch (set) {
+            case UpdateSet::V1:
+                put(F::V1Artist, F::V1Title, F::V1Track, true);
+                saved = e.SaveV1(path);
+                break;
+            case UpdateSet::V2:
+                put(F::V2Artist, F::V2Title, F::V2Track, true);
+                saved = e.SaveV2(path);
+                break;
+            case UpdateSet::Ape:
+                put(F::ApeArtist, F::ApeTitle, F::ApeTrack, true);
+                saved = e.SaveApe(path);
+                break;
+            case UpdateSet::Lyrics:
+                if (t == 1 || t == 7)
+                    EnsureV1ForLyrics(e, path);
+                put(F::LyricsArtist, F::LyricsTitle, F::LyricsArtist, false);
+                saved = e.SaveLyrics(path);
+                break;
+            case UpdateSet::Typical:
+                if (t == 2) {
+                    put(F::WmaArtist, F::WmaTitle, F::WmaTrack, true);
+                    saved = e.SaveWma(path);
+                } else if (t == 4) {
+                    put(F::FlacArtist, F::FlacTitle, F::FlacTrack, true);
+                    saved = e.SaveFlac(path);
+                } else if (t == 6) {
+                    put(F::OggArtist, F::OggTitle, F::OggTrack, true);
+                    saved = e.SaveOgg(path);
+                }
+                break;
+            case UpdateSet::None:
+                break;
+            }
+            if (saved == 0)
+                return false;
+            if (shown) {
+                shown->any = true;
+                shown->track = track;
+                shown->artist = p.artist;
+                shown->title = p.title;
+            }
+            CarryBackToInput(batch, row, path);
+            return true;
+        },
+        r);
+    FinishBatchReport(batch, r, CapFilesUpdated);
+    return r;
+}
+
+bool ReadSetNameFields(const TagEngine& e, UpdateSet set, QString* artist, QString* title, QString* track) {
+    const int t = e.FileType();
+    switch (set) {
+    case UpdateSet::V1:
+        *artist = e.V1Artist(), *title = e.V1Title(), *track = e.V1Track();
+        return e.HasV1();
+    case UpdateSet::V2:
+        *artist = e.V2Artist(), *title = e.V2Title(), *track = e.V2Track();
+        return e.HasV2();
+    case UpdateSet::Ape:
+        *artist = e.ApeArtist(), *title = e.ApeTitle(), *track = e.ApeTrack();
+        return e.HasApe();
+    case UpdateSet::Lyrics:
+        *artist = e.LyricsArtist(), *title = e.LyricsTitle(), track->clear();
+        return e.HasLyrics();
+    case UpdateSet::Typical:
+        if (t == 2)
+            *artist = e.WmaArtist(), *title = e.WmaTitle(), *track = e.WmaTrack();
+        else if (t == 4)
+            *artist = e.FlacArtist(), *title = e.FlacTitle(), *track = e.FlacTrack();
+        else if (t == 6)
+            *artist = e.OggArtist(), *title = e.OggTitle(), *track = e.OggTrack();
+        else
+            return false;
+        return true;
+    case UpdateSet::None:
+        break;
+    }
+    return false;
+}
+
+FileMover DefaultFileMover() {
+    return [](const QString& source, const QString& target, QString* finalPath) {
+        return MoveFile(source, target, finalPath);
+    };
+}
+
+// A file name may not hold a slash; anything else the file system takes as it is.
+static QString NamePart(const QString& text) {
+    QString s = text;
+    s.replace(QLatin1Char('/'), QLatin1Char('_'));
+    s.remove(QChar(0));
+    return s.trimmed();
+}
+
+BatchResult TagToFilename(TagBatch& batch, UpdateSet set, const QString& formArtist, const QString& formTitle,
+                          bool withTrack, int digits, const FileMover& mover) {
+    BatchResult r;
+    Prompt& prompt = *batch.prompt;
+    DataGrid& list = *batch.lbxTag;
+    if (!ListNotEmpty(list, prompt) || !AtLeastRowsSelected(list, 1, prompt))
+        return r;
+    if (set == UpdateSet::None) {
+        prompt.Tell(Caption(CapNoTagChosenToUpdate), Prompt::Icon::Information);
+        return r;
+    }
+    if (formArtist.isEmpty() || formTitle.isEmpty()) {
+        prompt.Tell(Caption(CapTagArtistTitleEmpty), Prompt::Icon::Information);
+        return r;
+    }
+    if (!prompt.AskYesNo(Caption(CapTagToNameQuestion)))
+        return r;
+    BusyScope busy(batch.busy);
+    r.ran = true;
+    TagEngine& e = *batch.engine;
+    ForEachBatchRow(
+        batch,
+        [&](int row, const QString& path) {
+            if (e.OpenFile(path) == 0)
+                return false;
+            QString artist, title, track;
+            if (!ReadSetNameFields(e, set, &artist, &title, &track))
+                return false;
+            artist = NamePart(artist);
+            title = NamePart(title);
+            if (artist.isEmpty() || title.isEmpty())
+                return false;
+            QString base, ext;
+            SplitExt(list.CellText(row, TagCol::FileName), &base, &ext);
+            QString name = artist + QStringLiteral(" - ") + title + QLatin1Char('.') + ext;
+            if (withTrack && !track.trimmed().isEmpty()) {
+                const long n = long(DataGrid::NumericPrefix(track));
+                name = QStringLiteral("%1_").arg(n, digits, 10, QLatin1Char('0')) + name;
+            }
+            const QString folder = list.CellText(row, TagCol::Path);
+            QString finalName = name;
+            if (name != list.CellText(row, TagCol::FileName)) {
+                QString finalPath;
+                if (mover(path, folder + QLatin1Char('/') + name, &finalPath) != 0)
+                    return false;
+                if (!finalPath.isEmpty())
+                    finalName = finalPath.mid(finalPath.lastIndexOf(QLatin1Char('/')) + 1);
+                list.SetCellText(row, TagCol::FileName, finalName);
+            }
+            if (const int in = InputRowOf(batch, row)) {
+                batch.lbxInput->SetCellText(in, InCol::FileName, finalName);
+                batch.lbxInput->SetCellText(in, InCol::Artist, artist);
+                batch.lbxInput->SetCellText(in, InCol::Title, title);
+            }
+            return true;
+        },
+        r);
+    FinishBatchReport(batch, r, CapFilesUpdated);
+    return r;
+}
