@@ -15,12 +15,19 @@ public:
     ~DataGridView() override;
 
     DataGrid* grid() const;
-    QTableView* table() const;   // the inner view, for focus and key handling
-    QWidget* footer() const;     // the footer row
+    QTableView* table() const; // the inner view, for focus and key handling
+    QWidget* footer() const;   // the footer row
 
     // Column widths as the user left them, as one text (for the ColWidths store).
     QString ColumnWidthsText() const;
     void SetColumnWidthsText(const QString& text);
+
+    // Sets the minimum width of columns firstCol.. to the width of their caption in
+    // the header font, bold, so that no caption is cut off.
+    void SetMinWidthsFromCaptions(int firstCol);
+    // Column and order (1 ascending, 2 descending) of the last header click; 0 = none.
+    int SortColumn() const;
+    int SortOrder() const;
 
 signals:
     void currentRowChanged(int row); // 1-based; follows clicks and keys

@@ -19,8 +19,12 @@ DataGrid& CaptionTable() {
     return *grid;
 }
 
-int LanguageColumn() { return g_languageColumn; }
-void SetLanguageColumn(int column) { g_languageColumn = column; }
+int LanguageColumn() {
+    return g_languageColumn;
+}
+void SetLanguageColumn(int column) {
+    g_languageColumn = column;
+}
 
 QString Caption(CaptionRow row) {
     const DataGrid& t = CaptionTable();
@@ -41,18 +45,27 @@ QString CaptionFilePath() {
 bool LoadCaptionTable() {
     DataGrid& t = CaptionTable();
     const QString path = CaptionFilePath();
-    if (path.isEmpty() || !t.LoadFile(path))
-        return false;
+    const bool loaded = !path.isEmpty() && t.LoadFile(path);
+    EnsureCaptionTableShape();
+    return loaded;
+}
+
+void EnsureCaptionTableShape() {
+    DataGrid& t = CaptionTable();
     t.LockUpdate(true);
-    while (t.Cols() < kLanguageEnglish)
-        t.AddColumn(QString(), QString());
+    // Columns 1 to 4 always, 5 and 6 are the slots of imported languages.
+    const char* keys[] = {"No", "Note", "Deutsch", "English", "Lng5", "Lng6"};
+    while (t.Cols() < kCaptionColumnCount)
+        t.AddColumn(QString::fromLatin1(keys[t.Cols()]), QString(), 6000, Align::Left,
+                    t.Cols() < kLanguageEnglish);
     while (t.Rows() < kCaptionRowCount)
         t.AddRow({});
     for (int r = 1; r <= t.Rows(); ++r)
         t.SetCellText(r, 1, QString::number(r));
+    for (int c = kLanguageEnglish + 1; c <= t.Cols(); ++c)
+        t.SetColumnVisible(c, !t.CellText(1, c).isEmpty());
     SetCaptionTableHeaders();
     t.LockUpdate(false);
-    return true;
 }
 
 void SetCaptionTableHeaders() {

@@ -11,6 +11,7 @@ using CaptionRow = int;
 constexpr int kCaptionRowCount = 1400;
 constexpr int kLanguageGerman = 3;
 constexpr int kLanguageEnglish = 4;
+constexpr int kCaptionColumnCount = 6; // number, note, German, English, two imported
 
 DataGrid& CaptionTable();          // the grid LbxCap
 int LanguageColumn();
@@ -22,7 +23,10 @@ QString Caption(CaptionRow row);
 // Finds the caption file in the program folder ("Caption.qlt" or "caption.qlt"), or
 // an empty string when there is none.
 QString CaptionFilePath();
-// Loads the table, pads it to 1,400 rows, numbers the rows and sets the headers.
+// Loads the table, pads it to 1,400 rows and 6 columns, numbers the rows and sets the
+// headers. False when the file is missing or unreadable (the table is then empty).
 bool LoadCaptionTable();
+// Pads to 1,400 rows and 6 columns, numbers the rows, sets the headers; keeps the texts.
+void EnsureCaptionTableShape();
 // Sets the column headers after a load or a language change.
 void SetCaptionTableHeaders();

@@ -58,9 +58,12 @@ public:
         shown.push_back({QStringLiteral("input"), text, Icon::Question});
         if (inputs.empty())
             return initial;
-        auto v = inputs.front();
+        const bool given = inputs.front().has_value();
+        const QString answer = given ? *inputs.front() : QString();
         inputs.pop_front();
-        return v;
+        if (!given)
+            return std::nullopt;
+        return answer;
     }
 
     int Count(const QString& kind) const {

@@ -1,0 +1,183 @@
+#include "core/Startup.h"
+
+#include "core/AppPaths.h"
+#include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
+#include "core/DataGrid.h"
+#include "core/GlobalGrids.h"
+#include "core/Prompt.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+template <typename F> void Run(const F& f) {
+    if (f)
+        f();
+}
+
+// Closing goes on whatever one step does.
+template <typename F> void Guarded(const F& f) {
+    try {
+        f();
+    } catch (...) {
+    }
+}
+} // namespace
+
+QString StartMessage(StartCheck failure) {
+    const QString tail = QStringLiteral("Ohne diese Datei kann das Programm nicht ausgeführt werden.");
+    const QString tailEn = QStringLiteral("Without this file the program could not be executed.");
+    QString de, en;
+    switch (failure) {
+    case StartCheck::MissingIni:
+        de = QStringLiteral("Die Datei 'qlt.ini' wurde nicht gefunden.");
+        en = QStringLiteral("The file 'qlt.ini' was not found.");
+        break;
+    case StartCheck::MissingCaption:
+        de = QStringLiteral("Die Datei 'caption.qlt' wurde nicht gefunden.");
+        en = QStringLiteral("The file 'caption.qlt' was not found.");
+        break;
+    case StartCheck::UnreadableIni:
+        de = QStringLiteral("Die Datei 'qlt.ini' konnte nicht gelesen werden.");
+        en = QStringLiteral("The file 'qlt.ini' could not be read.");
+        break;
+    case StartCheck::Ok:
+        return QString();
+    }
+    return de + u'\n' + tail + QStringLiteral("\n\n") + en + u'\n' + tailEn;
+}
+
+StartCheck CheckFiles(Prompt& prompt) {
+    StartCheck result = StartCheck::Ok;
+    if (!QFileInfo(SettingsFilePath()).isFile())
+        result = StartCheck::MissingIni;
+    else if (CaptionFilePath().isEmpty())
+        result = StartCheck::MissingCaption;
+    else if (!LoadSettings())
+        result = StartCheck::UnreadableIni;
+    if (result != StartCheck::Ok) {
+        prompt.Tell(StartMessage(result), Prompt::Icon::Critical);
+        return result;
+    }
+    FileTypeNames(); // the table of type names is built here
+    return StartCheck::Ok;
+}
+
+std::vector<LanguageEntry> AvailableLanguages() {
+    std::vector<LanguageEntry> out;
+    const DataGrid& t = CaptionTable();
+    if (t.Rows() < 1)
+        return out;
+    for (int c = kLanguageGerman; c <= t.Cols(); ++c) {
+        if (t.CellText(1, c).isEmpty())
+            continue;
+        QString name = t.Column(c).caption;
+        if (name.isEmpty())
+            name = t.Column(c).key;
+        out.push_back({c, name});
+    }
+    return out;
+}
+
+std::vector<LanguageEntry> GetLanguage() {
+    std::vector<LanguageEntry> langs = AvailableLanguages();
+    bool ok = false;
+    const int stored = Setting(Ini::Language, Ini::Col1).trimmed().toInt(&ok);
+    int column = kLanguageGerman;
+    if (ok && stored >= kLanguageGerman && stored <= CaptionTable().Cols())
+        column = stored;
+    SetLanguageColumn(column);
+    return langs;
+}
+
+void DefineSettingsLists() {
+    DefineLinkList();
+    DefineRatingList();
+    // The picture link list is rewritten at every close: load what stands on disk, so
+    // that a close never writes an empty list over it.
+    const QString links = LinkListFilePath();
+    if (QFileInfo(links).isFile())
+        Grids::LbxPic_LinkToPic().LoadFile(links);
+}
+
+void ApplySettingsDefaults() {
+    ApplyNumberDigitsDefault();
+}
+
+StartCheck StartProgram(Prompt& prompt, const StartupSteps& s) {
+    Run(s.createTagEngine);
+    const StartCheck check = CheckFiles(prompt);
+    if (check != StartCheck::Ok)
+        return check;
+    LoadCaptionTable(); // the first touch of the caption table loads it
+    const std::vector<LanguageEntry> langs = GetLanguage();
+    if (s.fillLanguageChooser)
+        s.fillLanguageChooser(langs);
+    SetCaptionTableHeaders(); // step 4: headers in the language now chosen
+    Run(s.selectFirstMainTab);
+    DefineSettingsLists();
+    Run(s.defineGrids);
+    if (!State().SuppressEvents)
+        Run(s.setCaptions);
+    ApplySettingsDefaults();
+    Run(s.applySettings);
+    Run(s.resetTabsAndRedraw);
+    Run(s.fillTextInTagChooser);
+    Run(s.showWindow);
+    Run(s.removeFocusRects);
+    Run(s.selectFirstDrive);
+    SaveSettings(); // a start always rewrites the settings file
+    return StartCheck::Ok;
+}
+
+QString LinkListFilePath() {
+    return AppFile(QStringLiteral("lnkpic.qlt"));
+}
+
+int EmptyTempFolder() {
+    QDir temp(AppFile(QStringLiteral("temp")));
+    if (!temp.exists())
+        return 0;
+    int failed = 0;
+    const QFileInfoList files = temp.entryInfoList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QFileInfo& fi : files) {
+        if (!QFile::remove(fi.absoluteFilePath()))
+            ++failed;
+    }
+    return failed;
+}
+
+bool QuitProgram(int& alreadyAsked, int force, Prompt& prompt, const QuitSteps& s) {
+    if (alreadyAsked == 0 && force == 0) {
+        if (!prompt.AskYesNo(Caption(CapQuitProgram), true, Prompt::Icon::Question))
+            return false;
+        alreadyAsked = -1;
+    }
+    if (Grids::LbxSText().Tag == u"edited") {
+        if (!prompt.AskYesNo(Caption(CapSTextUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnyway),
+                             false, Prompt::Icon::Question))
+            return false;
+    }
+    if (Grids::LbxPic_Extern().Tag == u"changes") {
+        if (!prompt.AskYesNo(Caption(CapPicLinksUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnyway),
+                             false, Prompt::Icon::Question))
+            return false;
+    }
+    State().SuppressEvents = true; // never cleared again: the program is closing
+
+    Guarded([] { WriteLinkListToSettings(); });
+    Guarded([] { SaveSettings(); });
+    Guarded([&] {
+        if (SettingOn(Ini::PurgeLinklist, Ini::Col1) && s.purgeLinkList)
+            s.purgeLinkList();
+    });
+    Guarded([] { Grids::LbxPic_LinkToPic().SaveFile(LinkListFilePath()); });
+    Guarded([] { EmptyTempFolder(); });
+    Guarded([&] { Run(s.closeMedia); });
+    Guarded([&] { Run(s.unloadForms); });
+    return true;
+}
