@@ -1,9 +1,51 @@
-// quillotune-cli: the program's logic without windows.
+// quillotune-cli: the program's logic without windows. One command per call:
+//   quillotune-cli COMMAND ARGUMENTS...
+#include "cli/CliCommands.h"
+
 #include <QCoreApplication>
-#include <cstdio>
+#include <QStringList>
+
+namespace {
+
+struct Command {
+    const char* name;
+    const char* usage;
+    const char* summary;
+    int (*run)(const QStringList& args);
+};
+
+const Command kCommands[] = {
+    {"tags", "tags FILE... [--json]", "print type, audio data and every tag field of each file", RunTags},
+    {"set", "set FILE NAME=VALUE...", "write tag fields (names as printed by 'tags') into FILE", RunSet},
+};
+
+void PrintHelp() {
+    Out(QStringLiteral("usage: quillotune-cli COMMAND ARGUMENTS..."));
+    Out(QString());
+    Out(QStringLiteral("commands:"));
+    for (const Command& c : kCommands)
+        Out(QStringLiteral("  %1\n      %2").arg(QLatin1String(c.usage), QLatin1String(c.summary)));
+    Out(QString());
+    Out(QStringLiteral("'quillotune-cli COMMAND --help' shows the help of one command."));
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    std::printf("usage: quillotune-cli COMMAND ...\n");
-    return argc > 1 ? 2 : 0;
+    QStringList args = QCoreApplication::arguments();
+    args.removeFirst();
+    if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h") ||
+        args.first() == QLatin1String("help")) {
+        PrintHelp();
+        return args.isEmpty() ? 2 : 0;
+    }
+    const QString name = args.takeFirst();
+    for (const Command& c : kCommands) {
+        if (name == QLatin1String(c.name))
+            return c.run(args);
+    }
+    Err(QStringLiteral("quillotune-cli: unknown command '%1'").arg(name));
+    PrintHelp();
+    return 2;
 }

@@ -7,7 +7,8 @@
 namespace qlt_tag {
 
 namespace {
-constexpr int kRates[13] = {96000, 88200, 64000, 48000, 44100, 32000, 24000, 22050, 16000, 12000, 11025, 8000, 7350};
+constexpr int kRates[13] = {96000, 88200, 64000, 48000, 44100, 32000, 24000,
+                            22050, 16000, 12000, 11025, 8000,  7350};
 constexpr long long kWalkLimit = 4 * 1024 * 1024;
 constexpr qsizetype kChunk = 64 * 1024;
 } // namespace

@@ -70,8 +70,8 @@ struct EngineData {
     QString& F(TagField f) { return fields[static_cast<size_t>(f)]; }
     const QString& F(TagField f) const { return fields[static_cast<size_t>(f)]; }
     bool Dirty(TagField f) const { return dirty.test(static_cast<size_t>(f)); }
-    void ClearSet(TagSet set);      // empties the fields of a set, not staged
-    void ClearDirty(TagSet set);    // forgets staged changes of a set
+    void ClearSet(TagSet set);   // empties the fields of a set, not staged
+    void ClearDirty(TagSet set); // forgets staged changes of a set
 };
 
 // Which types carry which set (see the table in TagEngine.h).

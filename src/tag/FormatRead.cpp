@@ -37,13 +37,16 @@ void TakeProperties(const AudioProperties* p, EngineData& d) {
 constexpr auto kStyle = AudioProperties::Fast;
 
 template <typename F> bool Props(F& file, EngineData& d) {
-    if (!file.isValid() || !file.audioProperties())
+    if (!file.isValid() || !file.audioProperties() || file.audioProperties()->sampleRate() <= 0 ||
+        file.audioProperties()->lengthInMilliseconds() <= 0)
         return false;
     TakeProperties(file.audioProperties(), d);
     return true;
 }
 
-QString ApeVersionText(int v) { return v >= 2000 ? QStringLiteral("2.0") : QStringLiteral("1.0"); }
+QString ApeVersionText(int v) {
+    return v >= 2000 ? QStringLiteral("2.0") : QStringLiteral("1.0");
+}
 
 } // namespace
 
@@ -53,7 +56,8 @@ char OggCodec(IOStream* stream, long long start) {
         return 'v';
     if (page.contains("OpusHead"))
         return 'o';
-    if (page.contains("\x7F" "FLAC"))
+    if (page.contains("\x7F"
+                      "FLAC"))
         return 'f';
     if (page.contains("Speex   "))
         return 's';
@@ -63,6 +67,8 @@ char OggCodec(IOStream* stream, long long start) {
 bool ReadFormat(IOStream* stream, EngineData& d) {
     const bool outer = TypeHasOuterTags(d.type);
     RangeStream range(stream, outer ? d.layout.headEnd : 0, outer ? d.layout.bodyEnd : d.size);
+    // TagLib's readers start reading where the stream stands.
+    stream->seek(0);
     switch (d.type) {
     case kTypeMp3: {
         MPEG::File f(&range, ID3v2::FrameFactory::instance(), true, kStyle);
@@ -131,6 +137,9 @@ bool ReadFormat(IOStream* stream, EngineData& d) {
         }
     }
     case kTypeMpc: {
+        // TagLib reads the 56 bytes of a version 7 header without checking their presence.
+        if (range.length() < 56)
+            return false;
         MPC::File f(&range, true, kStyle);
         return Props(f, d);
     }
@@ -191,8 +200,8 @@ void ReadOuterTags(IOStream* stream, EngineData& d) {
         if (tag.header()->majorVersion() >= 2) {
             ReadId3v2(tag, d);
             d.hasV2 = true;
-            d.v2Version = QStringLiteral("2.%1").arg(d.layout.headVersion ? d.layout.headVersion
-                                                                          : static_cast<int>(tag.header()->majorVersion()));
+            d.v2Version = QStringLiteral("2.%1").arg(
+                d.layout.headVersion ? d.layout.headVersion : static_cast<int>(tag.header()->majorVersion()));
         }
     }
     for (const TrailerBlock& b : d.layout.trailer) {
@@ -259,7 +268,8 @@ void ReadPresence(IOStream* stream, EngineData& d) {
         } else if ((b.kind == BlockKind::Lyrics3v2 || b.kind == BlockKind::Lyrics3v1) &&
                    ReadsSet(d.type, TagSet::Lyrics)) {
             d.hasLyrics = true;
-            d.lyricsVersion = b.kind == BlockKind::Lyrics3v1 ? QStringLiteral("1.00") : QStringLiteral("2.00");
+            d.lyricsVersion =
+                b.kind == BlockKind::Lyrics3v1 ? QStringLiteral("1.00") : QStringLiteral("2.00");
         }
     }
 }

@@ -28,12 +28,12 @@ struct FrameMap {
 
 // The year is TDRC inside TagLib; a v2.3 tag is rendered with TYER from it.
 constexpr FrameMap kFrames[] = {
-    {TagField::V2Genre, "TCON", false},        {TagField::V2Year, "TDRC", false},
-    {TagField::V2Track, "TRCK", false},        {TagField::V2Artist, "TPE1", false},
-    {TagField::V2Title, "TIT2", false},        {TagField::V2Album, "TALB", false},
-    {TagField::V2Composer, "TCOM", false},     {TagField::V2Conductor, "TPE3", false},
-    {TagField::V2Orchestra, "TPE2", false},    {TagField::V2OrigArtist, "TOPE", false},
-    {TagField::V2Copyright, "TCOP", false},    {TagField::V2EncodedBy, "TENC", false},
+    {TagField::V2Genre, "TCON", false},       {TagField::V2Year, "TDRC", false},
+    {TagField::V2Track, "TRCK", false},       {TagField::V2Artist, "TPE1", false},
+    {TagField::V2Title, "TIT2", false},       {TagField::V2Album, "TALB", false},
+    {TagField::V2Composer, "TCOM", false},    {TagField::V2Conductor, "TPE3", false},
+    {TagField::V2Orchestra, "TPE2", false},   {TagField::V2OrigArtist, "TOPE", false},
+    {TagField::V2Copyright, "TCOP", false},   {TagField::V2EncodedBy, "TENC", false},
     {TagField::V2PublisherUrl, "WPUB", true}, {TagField::V2AudFileUrl, "WOAF", true},
 };
 
@@ -75,7 +75,9 @@ ByteVector Language(const QString& lang) {
     return ByteVector(bytes.constData(), 3);
 }
 
-QString LanguageText(const ByteVector& v) { return QString::fromLatin1(v.data(), static_cast<qsizetype>(v.size())); }
+QString LanguageText(const ByteVector& v) {
+    return QString::fromLatin1(v.data(), static_cast<qsizetype>(v.size()));
+}
 
 String::Type EncodingFor(const QStringList& texts, int version) {
     for (const QString& t : texts) {

@@ -15,12 +15,15 @@ namespace qlt_tag {
 
 namespace {
 
-QString SysError() { return QString::fromLocal8Bit(std::strerror(errno)); }
+QString SysError() {
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
 
 // A new, empty temporary file beside target, opened for writing.
 int CreateTemp(const QString& target, QString* tempPath, QString* error) {
     const QFileInfo info(target);
-    const QString pattern = info.absolutePath() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".qlt-XXXXXX");
+    const QString pattern =
+        info.absolutePath() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".qlt-XXXXXX");
     QByteArray name = QFile::encodeName(pattern);
     const int fd = ::mkstemp(name.data());
     if (fd < 0) {
@@ -57,8 +60,9 @@ bool CopyRange(int out, const QString& source, long long start, long long end) {
     long long pos = start;
     bool ok = true;
     while (ok && pos < end) {
-        const ssize_t n = ::pread(in, buf.data(), static_cast<size_t>(std::min<long long>(buf.size(), end - pos)),
-                                  static_cast<off_t>(pos));
+        const ssize_t n =
+            ::pread(in, buf.data(), static_cast<size_t>(std::min<long long>(buf.size(), end - pos)),
+                    static_cast<off_t>(pos));
         if (n < 0 && errno == EINTR)
             continue;
         if (n <= 0) {
@@ -84,7 +88,8 @@ bool CanRewrite(const QString& path, QString* error) {
     struct stat st {};
     if (::stat(native.constData(), &st) != 0) {
         if (error)
-            *error = QStringLiteral("The file %1 can't be found: %2").arg(QDir::toNativeSeparators(path), SysError());
+            *error = QStringLiteral("The file %1 can't be found: %2")
+                         .arg(QDir::toNativeSeparators(path), SysError());
         return false;
     }
     if (!S_ISREG(st.st_mode)) {
@@ -107,7 +112,8 @@ bool CanRewrite(const QString& path, QString* error) {
     const QString folder = QFileInfo(path).absolutePath();
     if (::access(QFile::encodeName(folder).constData(), W_OK | X_OK) != 0) {
         if (error)
-            *error = QStringLiteral("The folder %1 is write-protected.").arg(QDir::toNativeSeparators(folder));
+            *error =
+                QStringLiteral("The folder %1 is write-protected.").arg(QDir::toNativeSeparators(folder));
         return false;
     }
     return true;
@@ -130,7 +136,8 @@ bool RenameOver(const QString& tempPath, const QString& target, QString* error) 
         return false;
     }
     // Make the new directory entry durable too.
-    const int dir = ::open(QFile::encodeName(QFileInfo(target).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
+    const int dir =
+        ::open(QFile::encodeName(QFileInfo(target).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
     if (dir >= 0) {
         ::fsync(dir);
         ::close(dir);

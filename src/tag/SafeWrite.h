@@ -23,8 +23,8 @@ bool RewriteFile(const QString& target, const QByteArray& head, const QString& s
 // tempPath), lets edit change it (return false to give up), and flushes it. The caller
 // passes it on to RewriteFile or RenameOver, and removes it in any case.
 bool MakeEditableCopy(const QString& target, const QString& source, long long start, long long end,
-                      const std::function<bool(const QString& tempPath, QString* error)>& edit, QString* tempPath,
-                      QString* error);
+                      const std::function<bool(const QString& tempPath, QString* error)>& edit,
+                      QString* tempPath, QString* error);
 
 // Replaces target by the finished temporary file (permissions and owner of target kept).
 bool RenameOver(const QString& tempPath, const QString& target, QString* error);

@@ -71,7 +71,9 @@ bool ReadsSet(int type, TagSet set) {
     return false;
 }
 
-bool WritesSet(int type, TagSet set) { return ReadsSet(type, set); }
+bool WritesSet(int type, TagSet set) {
+    return ReadsSet(type, set);
+}
 
 bool StripsSet(int type, TagSet set) {
     switch (set) {
@@ -126,26 +128,41 @@ int TagEngine::OpenFile(const QString& path) {
         *d = EngineData();
         d->path = path;
         d->size = size;
-        d->error = QStringLiteral("%1 is no audio file that can be read.").arg(QDir::toNativeSeparators(path));
+        d->error =
+            QStringLiteral("%1 is no audio file that can be read.").arg(QDir::toNativeSeparators(path));
         return 0;
     }
     ReadOuterTags(&stream, *d);
     return d->type;
 }
 
-int TagEngine::FileType() const { return d->type; }
-QString TagEngine::FilePath() const { return d->path; }
-QString TagEngine::LastError() const { return d->error; }
+int TagEngine::FileType() const {
+    return d->type;
+}
+QString TagEngine::FilePath() const {
+    return d->path;
+}
+QString TagEngine::LastError() const {
+    return d->error;
+}
 
-float TagEngine::DurationSeconds() const { return d->duration; }
-qint64 TagEngine::FileSizeBytes() const { return d->size; }
-int TagEngine::Bitrate() const { return d->bitrate; }
-int TagEngine::Frequency() const { return d->frequency; }
+float TagEngine::DurationSeconds() const {
+    return d->duration;
+}
+qint64 TagEngine::FileSizeBytes() const {
+    return d->size;
+}
+int TagEngine::Bitrate() const {
+    return d->bitrate;
+}
+int TagEngine::Frequency() const {
+    return d->frequency;
+}
 
 QString TagEngine::TrackNumberValue() const {
     static const QRegularExpression leadingNumber(QStringLiteral("^\\s*(\\d+)"));
-    const TagField order[] = {TagField::V2Track, TagField::ApeTrack, TagField::V1Track, TagField::WmaTrack,
-                              TagField::FlacTrack, TagField::OggTrack};
+    const TagField order[] = {TagField::V2Track,  TagField::ApeTrack,  TagField::V1Track,
+                              TagField::WmaTrack, TagField::FlacTrack, TagField::OggTrack};
     for (TagField f : order) {
         const QRegularExpressionMatch m = leadingNumber.match(d->F(f));
         if (m.hasMatch())
@@ -154,14 +171,30 @@ QString TagEngine::TrackNumberValue() const {
     return QString::number(d->containerTrack);
 }
 
-bool TagEngine::HasV1() const { return d->hasV1; }
-bool TagEngine::HasV2() const { return d->hasV2; }
-bool TagEngine::HasApe() const { return d->hasApe; }
-bool TagEngine::HasLyrics() const { return d->hasLyrics; }
-QString TagEngine::V1Version() const { return d->v1Version; }
-QString TagEngine::V2Version() const { return d->v2Version; }
-QString TagEngine::ApeVersion() const { return d->apeVersion; }
-QString TagEngine::LyricsVersion() const { return d->lyricsVersion; }
+bool TagEngine::HasV1() const {
+    return d->hasV1;
+}
+bool TagEngine::HasV2() const {
+    return d->hasV2;
+}
+bool TagEngine::HasApe() const {
+    return d->hasApe;
+}
+bool TagEngine::HasLyrics() const {
+    return d->hasLyrics;
+}
+QString TagEngine::V1Version() const {
+    return d->v1Version;
+}
+QString TagEngine::V2Version() const {
+    return d->v2Version;
+}
+QString TagEngine::ApeVersion() const {
+    return d->apeVersion;
+}
+QString TagEngine::LyricsVersion() const {
+    return d->lyricsVersion;
+}
 
 QString TagEngine::Field(TagField field) const {
     if (field == TagField::Count)
@@ -189,7 +222,9 @@ void TagEngine::SetField(TagField field, const QString& value) {
     d->dirty.set(static_cast<size_t>(field));
 }
 
-int TagEngine::V1GenreCode() const { return d->v1Genre; }
+int TagEngine::V1GenreCode() const {
+    return d->v1Genre;
+}
 
 void TagEngine::SetV1GenreCode(int code) {
     d->v1Genre = (code < 0 || code > 255) ? 255 : code;
@@ -246,7 +281,9 @@ template <typename T> bool Put(std::vector<T>& list, int i, const T& entry, bool
 
 } // namespace
 
-int TagEngine::CommentCount() const { return static_cast<int>(d->v2.comments.size()); }
+int TagEngine::CommentCount() const {
+    return static_cast<int>(d->v2.comments.size());
+}
 QString TagEngine::CommentLanguage(int i) const {
     const auto* e = At(d->v2.comments, i);
     return e ? e->language : QString();
@@ -271,7 +308,9 @@ void TagEngine::ClearComments() {
     d->v2.commentsDirty = true;
 }
 
-int TagEngine::LyricCount() const { return static_cast<int>(d->v2.lyrics.size()); }
+int TagEngine::LyricCount() const {
+    return static_cast<int>(d->v2.lyrics.size());
+}
 QString TagEngine::LyricLanguage(int i) const {
     const auto* e = At(d->v2.lyrics, i);
     return e ? e->language : QString();
@@ -296,7 +335,9 @@ void TagEngine::ClearLyrics() {
     d->v2.lyricsDirty = true;
 }
 
-int TagEngine::UserFrameCount() const { return static_cast<int>(d->v2.userFrames.size()); }
+int TagEngine::UserFrameCount() const {
+    return static_cast<int>(d->v2.userFrames.size());
+}
 QString TagEngine::UserFrameName(int i) const {
     const auto* e = At(d->v2.userFrames, i);
     return e ? e->name : QString();
@@ -313,7 +354,9 @@ int TagEngine::SetUserFrame(int i, const QString& name, const QString& text) {
     return 1;
 }
 
-int TagEngine::PictureCount() const { return static_cast<int>(d->v2.pictures.size()); }
+int TagEngine::PictureCount() const {
+    return static_cast<int>(d->v2.pictures.size());
+}
 QString TagEngine::PictureDescription(int i) const {
     const auto* e = At(d->v2.pictures, i);
     return e ? e->description : QString();
@@ -343,7 +386,8 @@ int TagEngine::ExportPicture(int i, const QString& path) const {
     }
     QFile out(path);
     if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(e->data) != e->data.size()) {
-        d->error = QStringLiteral("Can't write %1: %2").arg(QDir::toNativeSeparators(path), out.errorString());
+        d->error =
+            QStringLiteral("Can't write %1: %2").arg(QDir::toNativeSeparators(path), out.errorString());
         out.close();
         out.remove();
         return 0;
@@ -377,7 +421,8 @@ QString MimeOf(const QByteArray& data, const QString& path) {
 
 } // namespace
 
-int TagEngine::AddPicture(const QString& path, const QString& description, int i, int type, const QString& mime) {
+int TagEngine::AddPicture(const QString& path, const QString& description, int i, int type,
+                          const QString& mime) {
     PictureEntry p;
     p.description = description;
     p.type = type;
@@ -385,11 +430,13 @@ int TagEngine::AddPicture(const QString& path, const QString& description, int i
     if (!mime.startsWith(QLatin1String("-->"))) {
         QFile in(path);
         if (!in.open(QIODevice::ReadOnly)) {
-            d->error = QStringLiteral("Can't read the picture %1: %2").arg(QDir::toNativeSeparators(path), in.errorString());
+            d->error = QStringLiteral("Can't read the picture %1: %2")
+                           .arg(QDir::toNativeSeparators(path), in.errorString());
             return 0;
         }
         if (in.size() > kMaxPictureBytes) {
-            d->error = QStringLiteral("The picture %1 is larger than 64 MB.").arg(QDir::toNativeSeparators(path));
+            d->error =
+                QStringLiteral("The picture %1 is larger than 64 MB.").arg(QDir::toNativeSeparators(path));
             return 0;
         }
         p.data = in.readAll();
@@ -418,7 +465,9 @@ void TagEngine::ClearPictures() {
     d->v2.picturesDirty = true;
 }
 
-int TagEngine::GenreCount() const { return static_cast<int>(TagLib::ID3v1::genreList().size()); }
+int TagEngine::GenreCount() const {
+    return static_cast<int>(TagLib::ID3v1::genreList().size());
+}
 
 QString TagEngine::GenreName(int i) const {
     if (i < 0 || i >= GenreCount())

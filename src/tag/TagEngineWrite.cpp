@@ -64,8 +64,8 @@ const char* SetLabel(TagSet set) {
 
 // Renders the trailer with the block of 'kind' replaced by 'bytes' (removed when empty),
 // or, for a new block, inserted in front of the first of 'before' that exists.
-QByteArray NewTrailer(TagLib::IOStream* stream, const FileLayout& lay, BlockKind kind, const QByteArray& bytes,
-                      std::initializer_list<BlockKind> before) {
+QByteArray NewTrailer(TagLib::IOStream* stream, const FileLayout& lay, BlockKind kind,
+                      const QByteArray& bytes, std::initializer_list<BlockKind> before) {
     bool placed = false;
     QByteArray out;
     auto isKind = [&](BlockKind k) {
@@ -134,7 +134,8 @@ bool Prepare(EngineData& d, const QString& path, TagSet set, bool strip, Target*
     const bool allowed = strip ? StripsSet(t->type, set) : WritesSet(t->type, set);
     if (!allowed) {
         d.error = QStringLiteral("A %1 tag can't be %2 on this type of file.")
-                      .arg(QLatin1String(SetLabel(set)), strip ? QStringLiteral("removed") : QStringLiteral("written"));
+                      .arg(QLatin1String(SetLabel(set)),
+                           strip ? QStringLiteral("removed") : QStringLiteral("written"));
         return false;
     }
     return true;
@@ -173,16 +174,15 @@ struct KeyMap {
     const char* key;
 };
 
-constexpr KeyMap kApeKeys[] = {{TagField::ApeGenre, "Genre"},   {TagField::ApeYear, "Year"},
-                               {TagField::ApeTrack, "Track"},   {TagField::ApeArtist, "Artist"},
-                               {TagField::ApeTitle, "Title"},   {TagField::ApeAlbum, "Album"},
+constexpr KeyMap kApeKeys[] = {{TagField::ApeGenre, "Genre"},     {TagField::ApeYear, "Year"},
+                               {TagField::ApeTrack, "Track"},     {TagField::ApeArtist, "Artist"},
+                               {TagField::ApeTitle, "Title"},     {TagField::ApeAlbum, "Album"},
                                {TagField::ApeComment, "Comment"}, {TagField::ApeCopyright, "Copyright"}};
 
-constexpr KeyMap kLyricsKeys[] = {{TagField::LyricsGenre, "GRE"},  {TagField::LyricsArtist, "EAR"},
-                                  {TagField::LyricsTitle, "ETT"},  {TagField::LyricsAlbum, "EAL"},
-                                  {TagField::LyricsInfo, "INF"},   {TagField::LyricsAuthor, "AUT"},
-                                  {TagField::LyricsLink, "IMG"},   {TagField::LyricsLyric, "LYR"},
-                                  {TagField::LyricsExtra, "EXT"}};
+constexpr KeyMap kLyricsKeys[] = {
+    {TagField::LyricsGenre, "GRE"}, {TagField::LyricsArtist, "EAR"}, {TagField::LyricsTitle, "ETT"},
+    {TagField::LyricsAlbum, "EAL"}, {TagField::LyricsInfo, "INF"},   {TagField::LyricsAuthor, "AUT"},
+    {TagField::LyricsLink, "IMG"},  {TagField::LyricsLyric, "LYR"},  {TagField::LyricsExtra, "EXT"}};
 
 // Rewrites the file with a new trailer.
 int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArray& bytes,
@@ -429,14 +429,15 @@ int SaveXiphSet(EngineData& d, const QString& path, TagSet set, bool strip) {
         return 0;
     const bool all = !SamePath(path, d.path);
     const int ok = EditBody(d, t, [&](const QString& temp, QString* error) {
-        return EditXiph(temp, t.type,
-                        [&](TagLib::Ogg::XiphComment& c) {
-                            if (strip)
-                                c.removeAllFields();
-                            else
-                                ApplyXiph(d, c, set, all);
-                        },
-                        error);
+        return EditXiph(
+            temp, t.type,
+            [&](TagLib::Ogg::XiphComment& c) {
+                if (strip)
+                    c.removeAllFields();
+                else
+                    ApplyXiph(d, c, set, all);
+            },
+            error);
     });
     if (ok) {
         Written(d, path, set);
@@ -448,6 +449,12 @@ int SaveXiphSet(EngineData& d, const QString& path, TagSet set, bool strip) {
 
 } // namespace
 
-int TagEngine::SaveFlac(const QString& path) { return SaveXiphSet(*d, path, TagSet::Flac, false); }
-int TagEngine::SaveOgg(const QString& path) { return SaveXiphSet(*d, path, TagSet::Ogg, false); }
-int TagEngine::RemoveOgg(const QString& path) { return SaveXiphSet(*d, path, TagSet::Ogg, true); }
+int TagEngine::SaveFlac(const QString& path) {
+    return SaveXiphSet(*d, path, TagSet::Flac, false);
+}
+int TagEngine::SaveOgg(const QString& path) {
+    return SaveXiphSet(*d, path, TagSet::Ogg, false);
+}
+int TagEngine::RemoveOgg(const QString& path) {
+    return SaveXiphSet(*d, path, TagSet::Ogg, true);
+}

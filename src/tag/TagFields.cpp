@@ -5,20 +5,20 @@
 namespace {
 
 constexpr std::array<const char*, kTagFieldCount> kNames = {
-    "V1Title",        "V1Artist",      "V1Album",        "V1Year",        "V1Comment",      "V1Track",
-    "V1Genre",        "V2Genre",       "V2Year",         "V2Track",       "V2Artist",       "V2Title",
-    "V2Album",        "V2Composer",    "V2Conductor",    "V2Orchestra",   "V2OrigArtist",   "V2Copyright",
-    "V2EncodedBy",    "V2PublisherUrl", "V2AudFileUrl",  "ApeGenre",      "ApeYear",        "ApeTrack",
-    "ApeArtist",      "ApeTitle",      "ApeAlbum",       "ApeComment",    "ApeCopyright",   "LyricsGenre",
-    "LyricsArtist",   "LyricsTitle",   "LyricsAlbum",    "LyricsInfo",    "LyricsAuthor",   "LyricsLink",
-    "LyricsLyric",    "LyricsExtra",   "WmaGenre",       "WmaYear",       "WmaTrack",       "WmaArtist",
-    "WmaTitle",       "WmaAlbum",      "WmaComment",     "WmaExtra1",     "WmaExtra2",      "WmaExtra3",
-    "WmaExtra4",      "WmaExtra5",     "WmaExtra6",      "WmaExtra7",     "WmaExtra8",      "WmaRating",
-    "WmaMood",        "FlacGenre",     "FlacYear",       "FlacTrack",     "FlacArtist",     "FlacTitle",
-    "FlacAlbum",      "FlacComment",   "FlacDescription", "FlacPerformer", "FlacVendor",    "FlacCopyright",
-    "FlacContact",    "FlacLicense",   "FlacLocation",   "OggGenre",      "OggYear",        "OggTrack",
-    "OggArtist",      "OggTitle",      "OggAlbum",       "OggComment",    "OggDescription", "OggPerformer",
-    "OggVendor",      "OggCopyright",  "OggContact",     "OggLicense",    "OggLocation"};
+    "V1Title",      "V1Artist",       "V1Album",         "V1Year",        "V1Comment",      "V1Track",
+    "V1Genre",      "V2Genre",        "V2Year",          "V2Track",       "V2Artist",       "V2Title",
+    "V2Album",      "V2Composer",     "V2Conductor",     "V2Orchestra",   "V2OrigArtist",   "V2Copyright",
+    "V2EncodedBy",  "V2PublisherUrl", "V2AudFileUrl",    "ApeGenre",      "ApeYear",        "ApeTrack",
+    "ApeArtist",    "ApeTitle",       "ApeAlbum",        "ApeComment",    "ApeCopyright",   "LyricsGenre",
+    "LyricsArtist", "LyricsTitle",    "LyricsAlbum",     "LyricsInfo",    "LyricsAuthor",   "LyricsLink",
+    "LyricsLyric",  "LyricsExtra",    "WmaGenre",        "WmaYear",       "WmaTrack",       "WmaArtist",
+    "WmaTitle",     "WmaAlbum",       "WmaComment",      "WmaExtra1",     "WmaExtra2",      "WmaExtra3",
+    "WmaExtra4",    "WmaExtra5",      "WmaExtra6",       "WmaExtra7",     "WmaExtra8",      "WmaRating",
+    "WmaMood",      "FlacGenre",      "FlacYear",        "FlacTrack",     "FlacArtist",     "FlacTitle",
+    "FlacAlbum",    "FlacComment",    "FlacDescription", "FlacPerformer", "FlacVendor",     "FlacCopyright",
+    "FlacContact",  "FlacLicense",    "FlacLocation",    "OggGenre",      "OggYear",        "OggTrack",
+    "OggArtist",    "OggTitle",       "OggAlbum",        "OggComment",    "OggDescription", "OggPerformer",
+    "OggVendor",    "OggCopyright",   "OggContact",      "OggLicense",    "OggLocation"};
 
 } // namespace
 

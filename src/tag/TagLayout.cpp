@@ -161,8 +161,8 @@ int AdtsFrameLength(const unsigned char* h, long long available) {
 }
 
 bool TypeHasOuterTags(int type) {
-    return type == kTypeMp3 || type == kTypeMonkey || type == kTypeFlac || type == kTypeOgg || type == kTypeMpc ||
-           type == kTypeAac;
+    return type == kTypeMp3 || type == kTypeMonkey || type == kTypeFlac || type == kTypeOgg ||
+           type == kTypeMpc || type == kTypeAac;
 }
 
 namespace {
@@ -178,7 +178,8 @@ bool MpegChainAt(const QByteArray& buf, qsizetype at, long long bytesLeftInFile)
     if (at + len + 4 <= buf.size()) {
         const unsigned char* n = u + at + len;
         // The next header must agree on version, layer and sample rate.
-        return MpegFrameLength(n) > 0 && (n[1] & 0xFE) == (u[at + 1] & 0xFE) && ((n[2] ^ u[at + 2]) & 0x0C) == 0;
+        return MpegFrameLength(n) > 0 && (n[1] & 0xFE) == (u[at + 1] & 0xFE) &&
+               ((n[2] ^ u[at + 2]) & 0x0C) == 0;
     }
     return len == bytesLeftInFile;
 }

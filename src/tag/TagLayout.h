@@ -21,15 +21,25 @@ struct TrailerBlock {
 
 struct FileLayout {
     long long size = 0;
-    long long headEnd = 0;  // bytes of ID3v2 tags at the start
-    long long bodyEnd = 0;  // start of the first trailer block (or the file size)
-    int headVersion = 0;    // major version of the first ID3v2 tag (2, 3, 4), 0 if none
+    long long headEnd = 0;             // bytes of ID3v2 tags at the start
+    long long bodyEnd = 0;             // start of the first trailer block (or the file size)
+    int headVersion = 0;               // major version of the first ID3v2 tag (2, 3, 4), 0 if none
     std::vector<TrailerBlock> trailer; // in file order
     const TrailerBlock* Find(BlockKind kind) const;
 };
 
-enum FileType { kTypeNone = 0, kTypeMp3, kTypeWma, kTypeMonkey, kTypeFlac, kTypeWav, kTypeOgg,
-                kTypeMpc, kTypeAac, kTypeMp4 };
+enum FileType {
+    kTypeNone = 0,
+    kTypeMp3,
+    kTypeWma,
+    kTypeMonkey,
+    kTypeFlac,
+    kTypeWav,
+    kTypeOgg,
+    kTypeMpc,
+    kTypeAac,
+    kTypeMp4
+};
 
 // Reads bytes at an offset; fewer (or none) near the end of the stream.
 QByteArray ReadAt(TagLib::IOStream* stream, long long offset, long long length);

@@ -7,9 +7,13 @@ namespace qlt_tag {
 RangeStream::RangeStream(TagLib::IOStream* base, long long start, long long end)
     : m_base(base), m_start(start), m_end(std::max(start, end)) {}
 
-TagLib::FileName RangeStream::name() const { return m_base->name(); }
+TagLib::FileName RangeStream::name() const {
+    return m_base->name();
+}
 
-bool RangeStream::isOpen() const { return m_base->isOpen(); }
+bool RangeStream::isOpen() const {
+    return m_base->isOpen();
+}
 
 TagLib::ByteVector RangeStream::readBlock(unsigned long length) {
     const long long left = m_end - m_start - m_pos;
@@ -31,8 +35,12 @@ void RangeStream::seek(long offset, Position p) {
     m_pos = std::max<long long>(0, pos);
 }
 
-long RangeStream::tell() const { return static_cast<long>(m_pos); }
+long RangeStream::tell() const {
+    return static_cast<long>(m_pos);
+}
 
-long RangeStream::length() { return static_cast<long>(m_end - m_start); }
+long RangeStream::length() {
+    return static_cast<long>(m_end - m_start);
+}
 
 } // namespace qlt_tag

@@ -19,14 +19,14 @@ QByteArray RenderId3v1(const Id3v1Data& tag);
 
 // ---- APE tag, version 1 or 2 -----------------------------------------------------------
 struct ApeItem {
-    QByteArray key;     // ASCII
-    quint32 flags = 0;  // bits 1-2: 0 text, 1 binary, 2 locator
-    QByteArray value;   // raw; UTF-8 for text items
+    QByteArray key;    // ASCII
+    quint32 flags = 0; // bits 1-2: 0 text, 1 binary, 2 locator
+    QByteArray value;  // raw; UTF-8 for text items
 };
 struct ApeData {
     int version = 2000;
     std::vector<ApeItem> items;
-    QString Text(const char* key) const; // case-insensitive key; values joined by " / "
+    QString Text(const char* key) const;                 // case-insensitive key; values joined by " / "
     void SetText(const char* key, const QString& value); // empty removes
 };
 // The whole block as it lies in the file (optional header, items, footer).
@@ -40,7 +40,7 @@ struct Lyrics3Field {
     QByteArray value;
 };
 struct Lyrics3Data {
-    int version = 2; // 1 or 2
+    int version = 2;                  // 1 or 2
     std::vector<Lyrics3Field> fields; // in file order; for version 1 one "LYR" field
     QString Text(const char* id) const;
     void SetText(const char* id, const QString& value); // empty removes

@@ -14,13 +14,17 @@ namespace qlt_tag {
 namespace {
 
 // The fourteen Vorbis comment names, in the order of the Flac and Ogg fields.
-constexpr const char* kXiphNames[14] = {"GENRE",       "DATE",      "TRACKNUMBER", "ARTIST",    "TITLE",
-                                        "ALBUM",       "COMMENT",   "DESCRIPTION", "PERFORMER", "VENDOR",
-                                        "COPYRIGHT",   "CONTACT",   "LICENSE",     "LOCATION"};
+constexpr const char* kXiphNames[14] = {"GENRE",     "DATE",    "TRACKNUMBER", "ARTIST",    "TITLE",
+                                        "ALBUM",     "COMMENT", "DESCRIPTION", "PERFORMER", "VENDOR",
+                                        "COPYRIGHT", "CONTACT", "LICENSE",     "LOCATION"};
 
-TagField XiphFirst(TagSet set) { return set == TagSet::Flac ? TagField::FlacGenre : TagField::OggGenre; }
+TagField XiphFirst(TagSet set) {
+    return set == TagSet::Flac ? TagField::FlacGenre : TagField::OggGenre;
+}
 
-TagField Nth(TagField first, int i) { return static_cast<TagField>(static_cast<int>(first) + i); }
+TagField Nth(TagField first, int i) {
+    return static_cast<TagField>(static_cast<int>(first) + i);
+}
 
 struct AsfMap {
     TagField field;
@@ -30,22 +34,14 @@ struct AsfMap {
 // WmaTitle, WmaArtist, WmaComment and WmaExtra7 (copyright) live in the content
 // description object; the rest are attributes of the extended content description.
 constexpr AsfMap kAsf[] = {
-    {TagField::WmaGenre, "WM/Genre"},
-    {TagField::WmaYear, "WM/Year"},
-    {TagField::WmaTrack, "WM/TrackNumber"},
-    {TagField::WmaArtist, nullptr},
-    {TagField::WmaTitle, nullptr},
-    {TagField::WmaAlbum, "WM/AlbumTitle"},
-    {TagField::WmaComment, nullptr},
-    {TagField::WmaExtra1, "WM/SubTitleDescription"},
-    {TagField::WmaExtra2, "WM/AlbumArtist"},
-    {TagField::WmaExtra3, "WM/AudioSourceURL"},
-    {TagField::WmaExtra4, "WM/AuthorURL"},
-    {TagField::WmaExtra5, "WM/Publisher"},
-    {TagField::WmaExtra6, "CopyrightURL"},
-    {TagField::WmaExtra7, nullptr},
-    {TagField::WmaExtra8, "WM/Composer"},
-    {TagField::WmaRating, "Quillotune/Rating"},
+    {TagField::WmaGenre, "WM/Genre"},        {TagField::WmaYear, "WM/Year"},
+    {TagField::WmaTrack, "WM/TrackNumber"},  {TagField::WmaArtist, nullptr},
+    {TagField::WmaTitle, nullptr},           {TagField::WmaAlbum, "WM/AlbumTitle"},
+    {TagField::WmaComment, nullptr},         {TagField::WmaExtra1, "WM/SubTitleDescription"},
+    {TagField::WmaExtra2, "WM/AlbumArtist"}, {TagField::WmaExtra3, "WM/AudioSourceURL"},
+    {TagField::WmaExtra4, "WM/AuthorURL"},   {TagField::WmaExtra5, "WM/Publisher"},
+    {TagField::WmaExtra6, "CopyrightURL"},   {TagField::WmaExtra7, nullptr},
+    {TagField::WmaExtra8, "WM/Composer"},    {TagField::WmaRating, "Quillotune/Rating"},
     {TagField::WmaMood, "WM/Mood"},
 };
 

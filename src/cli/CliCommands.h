@@ -1,0 +1,12 @@
+#pragma once
+// The commands of quillotune-cli. Each takes the arguments after its name and returns the
+// exit code; main.cpp holds the table that names them.
+
+#include <QStringList>
+
+int RunTags(const QStringList& args); // CliTags.cpp
+int RunSet(const QStringList& args);  // CliSet.cpp
+
+// Output helpers shared by the commands (CliOutput.cpp).
+void Out(const QString& text); // to stdout, with a line end
+void Err(const QString& text); // to stderr, with a line end
