@@ -33,7 +33,8 @@ DataGrid::Row DataGrid::MakeRow(const QStringList& cells, const QString& key) {
         r.ends.push_back(std::uint32_t(r.text.size()));
     }
     // Trailing empty cells cost nothing to leave out.
-    while (!r.ends.empty() && (r.ends.size() == 1 ? r.ends.back() == 0 : r.ends.back() == r.ends[r.ends.size() - 2]))
+    while (!r.ends.empty() &&
+           (r.ends.size() == 1 ? r.ends.back() == 0 : r.ends.back() == r.ends[r.ends.size() - 2]))
         r.ends.pop_back();
     r.key = key;
     return r;
@@ -95,7 +96,9 @@ GridColumn& DataGrid::Column(int col) {
     return m_columns[col - 1];
 }
 
-void DataGrid::ColumnsChanged() { NoteColumnsChanged(); }
+void DataGrid::ColumnsChanged() {
+    NoteColumnsChanged();
+}
 
 int DataGrid::ColumnByKey(const QString& key) const {
     for (int i = 0; i < Cols(); ++i)
@@ -121,7 +124,9 @@ void DataGrid::SetColumnWidth(int col, int widthTwips) {
     NoteColumnsChanged();
 }
 
-QString DataGrid::FooterText(int col) const { return Column(col).footerText; }
+QString DataGrid::FooterText(int col) const {
+    return Column(col).footerText;
+}
 
 void DataGrid::SetFooterText(int col, const QString& text) {
     if (Column(col).footerText == text)
@@ -178,7 +183,8 @@ void DataGrid::DeleteRow(int row) {
 
 int DataGrid::DeleteSelected() {
     const auto before = m_rows.size();
-    m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(), [](const Row& r) { return r.selected; }), m_rows.end());
+    m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(), [](const Row& r) { return r.selected; }),
+                 m_rows.end());
     m_selCount = 0;
     if (m_curRow > Rows())
         m_curRow = Rows();
@@ -221,7 +227,9 @@ QStringView DataGrid::CellView(int row, int col) const {
     return QStringView(r.text).mid(begin, r.ends[i] - begin);
 }
 
-QString DataGrid::CellText(int row, int col) const { return CellView(row, col).toString(); }
+QString DataGrid::CellText(int row, int col) const {
+    return CellView(row, col).toString();
+}
 
 void DataGrid::SetCellText(int row, int col, const QString& text) {
     CheckRow(row);
@@ -280,7 +288,9 @@ void DataGrid::SetRowKey(int row, const QString& key) {
 
 // ---- selection ---------------------------------------------------------------------
 
-int DataGrid::SelCount() const { return m_selCount; }
+int DataGrid::SelCount() const {
+    return m_selCount;
+}
 
 std::vector<int> DataGrid::SelectedRows() const {
     if (!m_selCacheValid) {
@@ -335,8 +345,12 @@ void DataGrid::SelectRange(int first, int last, bool selected) {
         NoteSelectionChanged();
 }
 
-void DataGrid::SelectAll() { SelectRange(1, Rows(), true); }
-void DataGrid::ClearSelection() { SelectRange(1, Rows(), false); }
+void DataGrid::SelectAll() {
+    SelectRange(1, Rows(), true);
+}
+void DataGrid::ClearSelection() {
+    SelectRange(1, Rows(), false);
+}
 
 void DataGrid::InvertSelection() {
     for (Row& r : m_rows)
@@ -433,7 +447,8 @@ double DataGrid::NumberSortKey(QStringView t) {
         while (digit(i))
             v = v * 10 + (t[i++].unicode() - u'0');
         // A separator followed by exactly three digits groups thousands.
-        if (i < n && (t[i] == u'.' || t[i] == u',') && digit(i + 1) && digit(i + 2) && digit(i + 3) && !digit(i + 4)) {
+        if (i < n && (t[i] == u'.' || t[i] == u',') && digit(i + 1) && digit(i + 2) && digit(i + 3) &&
+            !digit(i + 4)) {
             ++i;
             continue;
         }
@@ -485,11 +500,17 @@ void DataGrid::DoSort(const QString& columns, int order) {
     const bool desc = order == 2;
     const std::size_t n = m_rows.size();
 
-    // Precompute one key per row and sort column: numbers and dates once, text as views.
+    // One key per row and sort column, made once: numbers and dates as doubles, text
+    // case-folded into one buffer, so that the comparisons are plain and fast.
     struct Key {
         SortType type;
         std::vector<double> num;
-        std::vector<QStringView> text;
+        QString folded;                  // all folded texts back to back
+        std::vector<std::uint32_t> ends; // end of each row's text in `folded`
+        QStringView Text(std::uint32_t r) const {
+            const std::uint32_t b = r ? ends[r - 1] : 0;
+            return QStringView(folded).mid(b, ends[r] - b);
+        }
     };
     std::vector<Key> keys;
     keys.reserve(cols.size());
@@ -497,9 +518,23 @@ void DataGrid::DoSort(const QString& columns, int order) {
         Key k;
         k.type = m_columns[c - 1].sortType;
         if (k.type == SortType::Text) {
-            k.text.resize(n);
+            qsizetype total = 0;
             for (std::size_t r = 0; r < n; ++r)
-                k.text[r] = CellView(int(r) + 1, c);
+                total += CellView(int(r) + 1, c).size();
+            k.folded.resize(total);
+            k.ends.resize(n);
+            char16_t* out = reinterpret_cast<char16_t*>(k.folded.data());
+            std::uint32_t pos = 0;
+            for (std::size_t r = 0; r < n; ++r) {
+                for (QChar ch : CellView(int(r) + 1, c)) {
+                    char16_t u = ch.unicode();
+                    if (u < 0x80)
+                        out[pos++] = (u >= u'A' && u <= u'Z') ? char16_t(u + 32) : u;
+                    else
+                        out[pos++] = ch.toCaseFolded().unicode();
+                }
+                k.ends[r] = pos;
+            }
         } else {
             k.num.resize(n);
             for (std::size_t r = 0; r < n; ++r) {
@@ -511,22 +546,20 @@ void DataGrid::DoSort(const QString& columns, int order) {
     }
     std::vector<std::uint32_t> perm(n);
     std::iota(perm.begin(), perm.end(), 0u);
+    // Stable: rows with equal keys keep their order, in both directions.
     std::stable_sort(perm.begin(), perm.end(), [&](std::uint32_t a, std::uint32_t b) {
         for (const Key& k : keys) {
             int cmp;
-            if (k.type == SortType::Text) {
-                cmp = k.text[a].compare(k.text[b], Qt::CaseInsensitive);
-                if (cmp == 0)
-                    cmp = k.text[a].compare(k.text[b], Qt::CaseSensitive);
-            } else {
+            if (k.type == SortType::Text)
+                cmp = k.Text(a).compare(k.Text(b), Qt::CaseSensitive);
+            else
                 cmp = k.num[a] < k.num[b] ? -1 : (k.num[a] > k.num[b] ? 1 : 0);
-            }
             if (cmp != 0)
                 return desc ? cmp > 0 : cmp < 0;
         }
         return false;
     });
-    keys.clear(); // the views point into the rows that are about to move
+    keys.clear();
     std::vector<Row> sorted;
     sorted.reserve(n);
     for (std::uint32_t i : perm)
@@ -549,10 +582,22 @@ void DataGrid::DoColumnAutoSize(int col) {
 int DataGrid::FindRow(const QString& text, int col, int start, bool exact) const {
     if (col < 1 || col > Cols())
         return 0;
+    const std::size_t i = std::size_t(col - 1);
     for (int r = std::max(start, 1); r <= Rows(); ++r) {
-        const QStringView v = CellView(r, col);
-        if (exact ? v.compare(text, Qt::CaseInsensitive) == 0 : v.contains(text, Qt::CaseInsensitive))
+        // Read the cell in place: no range checks in this loop over all rows.
+        const Row& row = m_rows[std::size_t(r - 1)];
+        QStringView v;
+        if (i < row.ends.size()) {
+            const std::uint32_t b = i ? row.ends[i - 1] : 0;
+            v = QStringView(row.text).mid(b, row.ends[i] - b);
+        }
+        if (exact) {
+            // Case folding keeps the length of every UTF-16 unit: different lengths never match.
+            if (v.size() == text.size() && v.compare(text, Qt::CaseInsensitive) == 0)
+                return r;
+        } else if (v.contains(text, Qt::CaseInsensitive)) {
             return r;
+        }
     }
     return 0;
 }
