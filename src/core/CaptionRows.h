@@ -358,4 +358,11 @@ constexpr CaptionRow CapEraseTranslationDone = CapTranslationErased;
 constexpr CaptionRow CapLanguageImportTitle = CapImportLanguageTitle;
 constexpr CaptionRow CapSTextUnsaved = CapSyncTextUnsaved;
 constexpr CaptionRow CapSumsWorking = CapSumsPending;
+constexpr CaptionRow CapListLoading = CapLoadingList;
+constexpr CaptionRow CapListSaving = 93;
+constexpr CaptionRow CapExportDone = CapListExported;
+constexpr CaptionRow CapListSaveFailed = CapFileSaveFailed;
+constexpr CaptionRow CapSavedListFilter = CapDataListFilter;
+constexpr CaptionRow CapListLoaded = CapListLoadedAllPresent;
+constexpr CaptionRow CapListFilesMissing = CapMissingFiles;
 // clang-format on
