@@ -5,7 +5,7 @@ packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev qt6-base-dev-tools libgl-dev
   libtag1-dev
-  python3 python3-mutagen
+  python3 python3-mutagen python3-xlrd python3-olefile
   xvfb xauth
 )
 missing=()

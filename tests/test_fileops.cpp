@@ -218,6 +218,18 @@ private slots:
         QCOMPARE(final, dir.filePath("song.mp3"));
         QCOMPARE(Names(dir.path()), QStringList{"song.mp3"});
     }
+    void moveOntoHardLinkTakesAnotherName() {
+        QTemporaryDir dir;
+        Write(dir.filePath("a/song.mp3"), "x");
+        QDir().mkpath(dir.filePath("b"));
+        QCOMPARE(::link(QFile::encodeName(dir.filePath("a/song.mp3")).constData(),
+                        QFile::encodeName(dir.filePath("b/song.mp3")).constData()),
+                 0);
+        QString final;
+        QCOMPARE(MoveFile(dir.filePath("a/song.mp3"), dir.filePath("b"), &final), 0);
+        QCOMPARE(final, dir.filePath("b/song (2).mp3"));
+        QVERIFY(!QFile::exists(dir.filePath("a/song.mp3")));
+    }
     void crossFileSystemMove() {
         TmpfsMount mnt("16m");
         QTemporaryDir local;

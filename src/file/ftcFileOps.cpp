@@ -266,9 +266,11 @@ int MoveTo(const QString& absSource, const QString& dest, QString* finalPath) {
         return e;
     if (absSource == dest)
         return EINVAL; // source and target are the same
-    if (PosixFile::LStat(dest, dst) == 0 && dst.st_dev == sst.st_dev && dst.st_ino == sst.st_ino) {
+    if (PosixFile::LStat(dest, dst) == 0 && dst.st_dev == sst.st_dev && dst.st_ino == sst.st_ino &&
+        absSource.compare(dest, Qt::CaseInsensitive) == 0) {
         // The target name reaches the source itself: a change of case on a file system
-        // that ignores case. The plain rename is right.
+        // that ignores case. The plain rename is right. (A hard link of another name is
+        // a name in use like any other.)
         if (int e = PosixFile::Rename(absSource, dest))
             return e;
         if (finalPath)
