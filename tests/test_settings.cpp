@@ -26,8 +26,8 @@ private slots:
         QCOMPARE(Settings().Cols(), Ini::Columns);
         QVERIFY(Settings().Rows() >= Ini::MinRows);
         QCOMPARE(Setting(11, Ini::FindChrCol1), QStringLiteral("find 11"));
-        QCOMPARE(Setting(Ini::NumberDigits, 1), QStringLiteral("2")); // first optPref_AnzNum, written back
-        QCOMPARE(NumberDigits(), 2);
+        QCOMPARE(Setting(Ini::NumberDigits, 1), QStringLiteral("1")); // first optPref_AnzNum, written back
+        QCOMPARE(NumberDigits(), 1);
         QCOMPARE(Grids::lbxRating().Rows(), 6);
         QCOMPARE(Grids::lbxRating().CellText(1, 1), QStringLiteral("*"));
         QCOMPARE(Grids::lbxRating().CellText(6, 1), QStringLiteral("******"));

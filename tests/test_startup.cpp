@@ -124,7 +124,7 @@ private slots:
         // The defaults written back at start are on disk: qlt.ini was rewritten.
         DataGrid onDisk;
         QVERIFY(onDisk.LoadFile(pf.file("qlt.ini")));
-        QCOMPARE(onDisk.CellText(Ini::NumberDigits, 1), QStringLiteral("2"));
+        QCOMPARE(onDisk.CellText(Ini::NumberDigits, 1), QStringLiteral("1"));
     }
 
     void captionsAreSkippedWhileEventsAreSuppressed() {
@@ -156,6 +156,31 @@ private slots:
         QCOMPARE(LanguageColumn(), kLanguageEnglish);
         QCOMPARE(Caption(60), QStringLiteral("Close the program?"));
         QCOMPARE(CaptionTable().Column(2).caption, QStringLiteral("Note"));
+    }
+
+    void row43OnAColumnWithoutLanguageGivesGerman() {
+        ProgramFolder pf;
+        QVERIFY(pf.WriteIni({{{Ini::Language, 1}, QStringLiteral("6")}}));
+        QVERIFY(pf.WriteCaptions(ProgramFolder::StandardCaptions()));
+        ScriptedPrompt p;
+        QCOMPARE(Start(p), StartCheck::Ok);
+        QCOMPARE(LanguageColumn(), kLanguageGerman);
+        QCOMPARE(Caption(60), QStringLiteral("Soll das Programm beendet werden?"));
+    }
+
+    void unreadableCaptionFileStartsWithEmptyTexts() {
+        ProgramFolder pf;
+        QVERIFY(pf.WriteIni());
+        QFile f(pf.file("Caption.qlt"));
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write("broken\n");
+        f.close();
+        ScriptedPrompt p;
+        QCOMPARE(Start(p), StartCheck::Ok); // only the three file checks end the program
+        QCOMPARE(int(p.shown.size()), 0);
+        QCOMPARE(CaptionTable().Rows(), kCaptionRowCount);
+        QVERIFY(Caption(60).isEmpty());
+        QCOMPARE(pf.Read("Caption.qlt"), QByteArray("broken\n")); // never overwritten
     }
 
     void languagesAreTheColumnsWithRowOne() {

@@ -1,10 +1,26 @@
 // quillotune: the window program. It reads no command line.
+#include "app/FrmInput.h"
+#include "app/MessageBoxPrompt.h"
+#include "app/UiCaptions.h"
+
 #include <QApplication>
-#include <QLabel>
+#include <QStyleFactory>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    QLabel l(QStringLiteral("Quillotune"));
-    l.show();
-    return app.exec();
+    QApplication::setOrganizationName(QStringLiteral("Quillotune"));
+    QApplication::setApplicationName(QStringLiteral("Quillotune"));
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    LoadUiCaptionTables();
+
+    // The main window is built hidden; it appears only when the start-up gets through
+    // its file checks.
+    auto* main = new FrmInput;
+    if (main->FormLoad(AppPrompt()) != StartCheck::Ok) {
+        delete main;
+        return 1;
+    }
+    const int rc = app.exec();
+    delete main;
+    return rc;
 }

@@ -46,6 +46,11 @@ bool LoadCaptionTable() {
     DataGrid& t = CaptionTable();
     const QString path = CaptionFilePath();
     const bool loaded = !path.isEmpty() && t.LoadFile(path);
+    if (!loaded) {
+        // No texts rather than texts of an earlier load.
+        t.Clear();
+        t.RemoveAllColumns();
+    }
     EnsureCaptionTableShape();
     return loaded;
 }

@@ -216,15 +216,17 @@ void DataGrid::MoveRow(int from, int to) {
     NoteRowsChanged();
 }
 
-QStringView DataGrid::CellView(int row, int col) const {
-    CheckRow(row);
-    CheckCol(col);
-    const Row& r = m_rows[row - 1];
-    const std::size_t i = std::size_t(col - 1);
+QStringView DataGrid::RowCell(const Row& r, std::size_t i) {
     if (i >= r.ends.size())
         return {};
     const std::uint32_t begin = i == 0 ? 0 : r.ends[i - 1];
-    return QStringView(r.text).mid(begin, r.ends[i] - begin);
+    return QStringView(r.text.constData() + begin, qsizetype(r.ends[i] - begin));
+}
+
+QStringView DataGrid::CellView(int row, int col) const {
+    CheckRow(row);
+    CheckCol(col);
+    return RowCell(m_rows[std::size_t(row - 1)], std::size_t(col - 1));
 }
 
 QString DataGrid::CellText(int row, int col) const {
@@ -501,48 +503,75 @@ void DataGrid::DoSort(const QString& columns, int order) {
     const std::size_t n = m_rows.size();
 
     // One key per row and sort column, made once: numbers and dates as doubles, text
-    // case-folded into one buffer, so that the comparisons are plain and fast.
+    // case-folded into one buffer. Each text key also keeps 4 folded characters behind
+    // the prefix that all rows share (a music folder, say) packed into one number:
+    // most comparisons end there, without touching the texts.
     struct Key {
         SortType type;
         std::vector<double> num;
-        QString folded;                  // all folded texts back to back
+        std::u16string folded;           // all folded texts back to back
         std::vector<std::uint32_t> ends; // end of each row's text in `folded`
+        std::vector<std::uint64_t> head; // 4 characters from `common` on
+        std::size_t common = 0;
         QStringView Text(std::uint32_t r) const {
             const std::uint32_t b = r ? ends[r - 1] : 0;
-            return QStringView(folded).mid(b, ends[r] - b);
+            return QStringView(folded.data() + b, qsizetype(ends[r] - b));
         }
     };
-    std::vector<Key> keys;
-    keys.reserve(cols.size());
-    for (int c : cols) {
-        Key k;
-        k.type = m_columns[c - 1].sortType;
-        if (k.type == SortType::Text) {
-            qsizetype total = 0;
-            for (std::size_t r = 0; r < n; ++r)
-                total += CellView(int(r) + 1, c).size();
-            k.folded.resize(total);
-            k.ends.resize(n);
-            char16_t* out = reinterpret_cast<char16_t*>(k.folded.data());
-            std::uint32_t pos = 0;
-            for (std::size_t r = 0; r < n; ++r) {
-                for (QChar ch : CellView(int(r) + 1, c)) {
-                    char16_t u = ch.unicode();
-                    if (u < 0x80)
-                        out[pos++] = (u >= u'A' && u <= u'Z') ? char16_t(u + 32) : u;
-                    else
-                        out[pos++] = ch.toCaseFolded().unicode();
-                }
-                k.ends[r] = pos;
-            }
+    std::vector<Key> keys(cols.size());
+    for (std::size_t k = 0; k < cols.size(); ++k) {
+        keys[k].type = m_columns[std::size_t(cols[k] - 1)].sortType;
+        if (keys[k].type == SortType::Text) {
+            keys[k].folded.reserve(n * 24);
+            keys[k].ends.resize(n);
         } else {
-            k.num.resize(n);
-            for (std::size_t r = 0; r < n; ++r) {
-                const QStringView v = CellView(int(r) + 1, c);
-                k.num[r] = k.type == SortType::Number ? NumberSortKey(v) : double(DateSortKey(v));
+            keys[k].num.resize(n);
+        }
+    }
+    // One pass over the rows, all keys of a row at once: a row is read from memory once.
+    for (std::size_t r = 0; r < n; ++r) {
+        const Row& row = m_rows[r];
+        for (std::size_t k = 0; k < cols.size(); ++k) {
+            Key& key = keys[k];
+            const QStringView v = RowCell(row, std::size_t(cols[k] - 1));
+            if (key.type == SortType::Text) {
+                for (QChar ch : v) {
+                    const char16_t u = ch.unicode();
+                    if (u < 0x80)
+                        key.folded.push_back((u >= u'A' && u <= u'Z') ? char16_t(u + 32) : u);
+                    else
+                        key.folded.push_back(ch.toCaseFolded().unicode());
+                }
+                key.ends[r] = std::uint32_t(key.folded.size());
+            } else {
+                key.num[r] = key.type == SortType::Number ? NumberSortKey(v) : double(DateSortKey(v));
             }
         }
-        keys.push_back(std::move(k));
+    }
+    for (Key& key : keys) {
+        if (key.type != SortType::Text)
+            continue;
+        const QStringView first = key.Text(0);
+        std::size_t common = std::size_t(first.size());
+        for (std::uint32_t r = 1; r < n && common > 0; ++r) {
+            const QStringView t = key.Text(r);
+            std::size_t i = 0;
+            const std::size_t m = std::min(common, std::size_t(t.size()));
+            while (i < m && t[qsizetype(i)] == first[qsizetype(i)])
+                ++i;
+            common = i;
+        }
+        key.common = common;
+        key.head.resize(n);
+        for (std::uint32_t r = 0; r < n; ++r) {
+            const QStringView t = key.Text(r);
+            std::uint64_t h = 0;
+            for (std::size_t i = 0; i < 4; ++i) {
+                const std::size_t at = common + i;
+                h = (h << 16) | (at < std::size_t(t.size()) ? t[qsizetype(at)].unicode() : 0u);
+            }
+            key.head[r] = h;
+        }
     }
     std::vector<std::uint32_t> perm(n);
     std::iota(perm.begin(), perm.end(), 0u);
@@ -550,10 +579,18 @@ void DataGrid::DoSort(const QString& columns, int order) {
     std::stable_sort(perm.begin(), perm.end(), [&](std::uint32_t a, std::uint32_t b) {
         for (const Key& k : keys) {
             int cmp;
-            if (k.type == SortType::Text)
-                cmp = k.Text(a).compare(k.Text(b), Qt::CaseSensitive);
-            else
+            if (k.type == SortType::Text) {
+                if (k.head[a] != k.head[b]) {
+                    cmp = k.head[a] < k.head[b] ? -1 : 1;
+                } else {
+                    const QStringView x = k.Text(a), y = k.Text(b);
+                    const qsizetype from = qsizetype(
+                        std::min<std::size_t>(k.common + 4, std::size_t(std::min(x.size(), y.size()))));
+                    cmp = x.sliced(from).compare(y.sliced(from), Qt::CaseSensitive);
+                }
+            } else {
                 cmp = k.num[a] < k.num[b] ? -1 : (k.num[a] > k.num[b] ? 1 : 0);
+            }
             if (cmp != 0)
                 return desc ? cmp > 0 : cmp < 0;
         }
@@ -579,23 +616,52 @@ void DataGrid::DoColumnAutoSize(int col) {
     emit autoSizeRequested(col);
 }
 
+namespace {
+
+// Simple case folding as the case-insensitive compare of QString does it, one UTF-16
+// unit at a time, with ASCII kept on the fast path.
+inline char16_t Fold(char16_t u) {
+    if (u < 0x80)
+        return (u >= u'A' && u <= u'Z') ? char16_t(u + 32) : u;
+    return QChar(u).toCaseFolded().unicode();
+}
+
+// Whether `hay` contains `needle` (already folded), without regard to case.
+bool ContainsFolded(QStringView hay, QStringView needle) {
+    const qsizetype m = needle.size();
+    const qsizetype last = hay.size() - m;
+    if (last < 0)
+        return false;
+    const char16_t* h = hay.utf16();
+    const char16_t* nd = needle.utf16();
+    const char16_t first = nd[0];
+    for (qsizetype i = 0; i <= last; ++i) {
+        if (Fold(h[i]) != first)
+            continue;
+        qsizetype j = 1;
+        while (j < m && Fold(h[i + j]) == nd[j])
+            ++j;
+        if (j == m)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
 int DataGrid::FindRow(const QString& text, int col, int start, bool exact) const {
     if (col < 1 || col > Cols())
         return 0;
     const std::size_t i = std::size_t(col - 1);
+    const QString folded = text.toCaseFolded();
     for (int r = std::max(start, 1); r <= Rows(); ++r) {
         // Read the cell in place: no range checks in this loop over all rows.
-        const Row& row = m_rows[std::size_t(r - 1)];
-        QStringView v;
-        if (i < row.ends.size()) {
-            const std::uint32_t b = i ? row.ends[i - 1] : 0;
-            v = QStringView(row.text).mid(b, row.ends[i] - b);
-        }
+        const QStringView v = RowCell(m_rows[std::size_t(r - 1)], i);
         if (exact) {
             // Case folding keeps the length of every UTF-16 unit: different lengths never match.
             if (v.size() == text.size() && v.compare(text, Qt::CaseInsensitive) == 0)
                 return r;
-        } else if (v.contains(text, Qt::CaseInsensitive)) {
+        } else if (folded.isEmpty() || ContainsFolded(v, folded)) {
             return r;
         }
     }

@@ -150,6 +150,7 @@ private:
     friend class GridFile;
 
     static Row MakeRow(const QStringList& cells, const QString& key);
+    static QStringView RowCell(const Row& r, std::size_t i); // 0-based cell, empty beyond the row
     void CheckRow(int row) const;
     void CheckCol(int col) const;
     void NoteRowsChanged();

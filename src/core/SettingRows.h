@@ -63,6 +63,7 @@ constexpr int STextSubfolderSong = 88, STextSubfolderTxtLrc = 89;
 constexpr int SongtextAlwaysOnTop = 90, SongtextShowTitle = 91;
 constexpr int STextSource = 93;             // 1 Lrc, 2 Txt, 3 TxtLrc
 constexpr int CaptionImportSlot5 = 97;      // "1" when an import filled column 5
+constexpr int CapColumnHide = 98;           // ChbCap_ColumnHide: reference column hidden in FrmCap
 constexpr int PurgeLinklist = 99;           // chbPref_PurgeLinklist
 constexpr int PictureListOption = 100;
 constexpr int OptimalColumnWidth = 103;     // chbPref_OptimalColumnWidth

@@ -28,7 +28,7 @@ QString SettingsFilePath();
 
 // ---- defaults taken at load --------------------------------------------------------
 // The choices of optPref_AnzNum (digits of a track number); the first is the default.
-inline constexpr int kNumberDigitChoices[] = {2, 3, 4};
+inline constexpr int kNumberDigitChoices[] = {1, 2, 3};
 // Row 27: when empty, the first choice is written back; returns the digits in force.
 int ApplyNumberDigitsDefault();
 // The digits of a track number (row 27), the default when the cell holds no number.

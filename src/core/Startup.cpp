@@ -87,9 +87,12 @@ std::vector<LanguageEntry> GetLanguage() {
     std::vector<LanguageEntry> langs = AvailableLanguages();
     bool ok = false;
     const int stored = Setting(Ini::Language, Ini::Col1).trimmed().toInt(&ok);
+    // A stored column that holds no language (its import was erased, say) would leave
+    // every text empty: German stands in then.
     int column = kLanguageGerman;
-    if (ok && stored >= kLanguageGerman && stored <= CaptionTable().Cols())
-        column = stored;
+    for (const LanguageEntry& l : langs)
+        if (ok && l.column == stored)
+            column = stored;
     SetLanguageColumn(column);
     return langs;
 }
@@ -153,17 +156,19 @@ int EmptyTempFolder() {
 
 bool QuitProgram(int& alreadyAsked, int force, Prompt& prompt, const QuitSteps& s) {
     if (alreadyAsked == 0 && force == 0) {
-        if (!prompt.AskYesNo(Caption(CapQuitProgram), true, Prompt::Icon::Question))
+        if (!prompt.AskYesNo(Caption(CapQuitQuestion), true, Prompt::Icon::Question))
             return false;
         alreadyAsked = -1;
     }
     if (Grids::LbxSText().Tag == u"edited") {
-        if (!prompt.AskYesNo(Caption(CapSTextUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnyway),
+        if (!prompt.AskYesNo(Caption(CapSyncTextUnsaved) + QStringLiteral("\n\n") +
+                                 Caption(CapQuitAnywayQuestion),
                              false, Prompt::Icon::Question))
             return false;
     }
     if (Grids::LbxPic_Extern().Tag == u"changes") {
-        if (!prompt.AskYesNo(Caption(CapPicLinksUnsaved) + QStringLiteral("\n\n") + Caption(CapQuitAnyway),
+        if (!prompt.AskYesNo(Caption(CapPicLinksUnsaved) + QStringLiteral("\n\n") +
+                                 Caption(CapQuitAnywayQuestion),
                              false, Prompt::Icon::Question))
             return false;
     }

@@ -28,7 +28,7 @@ struct LanguageEntry {
     QString name;
 };
 // Step 3: every column from 3 on whose row 1 is not empty is a language. Sets
-// LanguageColumn from Settings row 43 (empty or not a language column: 3).
+// LanguageColumn from Settings row 43 (empty, or a column that is no language: 3).
 std::vector<LanguageEntry> GetLanguage();
 // The languages of the caption table as GetLanguage lists them, without changing the
 // current one.

@@ -96,7 +96,7 @@ QString SumLabelText(const SumTarget& t, bool markedOnly) {
         const bool hint = sel >= kHintFromRows && t.hintFooterCol >= 1 && t.hintFooterCol <= g.Cols();
         if (hint) {
             oldFooter = g.FooterText(t.hintFooterCol);
-            g.SetFooterText(t.hintFooterCol, Caption(CapSumsWorking));
+            g.SetFooterText(t.hintFooterCol, Caption(CapSumsPending));
         }
         const QString mark = markedOnly && t.markBox ? t.markBox() : QString();
         const int cols = g.Cols();

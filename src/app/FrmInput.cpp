@@ -1,0 +1,204 @@
+#include "app/FrmInput.h"
+
+#include "app/DataGridView.h"
+#include "app/FrmCap.h"
+#include "app/FrmPictures.h"
+#include "app/FrmPlaylist.h"
+#include "app/FrmPreferences.h"
+#include "app/FrmSText.h"
+#include "app/FrmTag.h"
+#include "app/FrmTexte.h"
+#include "app/InputDataPage.h"
+#include "app/MessageBoxPrompt.h"
+#include "app/UiCaptions.h"
+#include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
+#include "core/DataGrid.h"
+#include "core/GlobalGrids.h"
+#include "core/Prompt.h"
+#include "list/modList.h"
+#include "list/modListColumns.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QTabWidget>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace {
+FrmInput* g_instance = nullptr;
+constexpr int kMainAreas = 7;
+} // namespace
+
+FrmInput* FrmInput::Instance() {
+    return g_instance;
+}
+
+FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
+    g_instance = this;
+    setObjectName(QStringLiteral("FrmInput"));
+    setWindowTitle(Prompt::Title());
+    resize(1400, 860);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 6);
+    TabInput = new QTabWidget(this);
+    TabInput->setObjectName(QStringLiteral("TabInput"));
+    TabInput->setDocumentMode(true);
+    layout->addWidget(TabInput);
+
+    pageData = new InputDataPage;
+    frmTag = new FrmTag;
+    frmTexte = new FrmTexte;
+    frmPlaylist = new FrmPlaylist;
+    frmPictures = new FrmPictures;
+    frmSText = new FrmSText;
+    frmPreferences = new FrmPreferences;
+    const QList<QWidget*> areas = {pageData,    frmTag,   frmTexte,      frmPlaylist,
+                                   frmPictures, frmSText, frmPreferences};
+    for (QWidget* w : areas)
+        TabInput->addTab(w, QString());
+
+    // F1 to F7 go to the main areas, from wherever the focus is in this window.
+    for (int i = 0; i < kMainAreas; ++i) {
+        auto* sc = new QShortcut(QKeySequence(Qt::Key_F1 + i), this);
+        sc->setObjectName(QStringLiteral("scMainTab%1").arg(i + 1));
+        sc->setContext(Qt::WindowShortcut);
+        connect(sc, &QShortcut::activated, this, [this, i] { TabInput->setCurrentIndex(i); });
+    }
+
+    connect(pageData->btn2Tab1_ClosePrg, &QAbstractButton::clicked, this, &FrmInput::ClosePrg);
+    connect(frmPreferences, &FrmPreferences::languageChanged, this, &FrmInput::LanguageChanged);
+    connect(frmPreferences, &FrmPreferences::captionToolsRequested, this, [this] {
+        FrmCap* cap = Cap();
+        cap->show();
+        cap->raise();
+        cap->activateWindow();
+    });
+
+    RegisterCaptionRoot(this);
+}
+
+FrmInput::~FrmInput() {
+    UnregisterCaptionRoot(this);
+    UnregisterSumTarget(QStringLiteral("Input"));
+    if (g_instance == this)
+        g_instance = nullptr;
+}
+
+FrmCap* FrmInput::Cap() {
+    if (!m_cap) {
+        m_cap = new FrmCap(this);
+        RegisterCaptionRoot(m_cap);
+        SetCaptionsOf(m_cap);
+        m_cap->ApplySlotNames();
+        connect(m_cap, &FrmCap::languagesChanged, this,
+                [this] { frmPreferences->SetCmbLanguages(AvailableLanguages()); });
+    }
+    return m_cap;
+}
+
+StartupSteps FrmInput::Steps() {
+    StartupSteps s;
+    s.createTagEngine = [] {
+        // HOOK(TagEngine): the one TagEngine of the program is created here, first of
+        // all, once src/tag/TagEngine.h is on this branch.
+    };
+    s.fillLanguageChooser = [this](const std::vector<LanguageEntry>& l) {
+        frmPreferences->SetCmbLanguages(l);
+    };
+    s.selectFirstMainTab = [this] { TabInput->setCurrentIndex(0); };
+    s.defineGrids = [this] { pageData->DefineColumns(); };
+    s.setCaptions = [] { SetCaptions(); };
+    s.applySettings = [this] { ApplySettings(); };
+    s.resetTabsAndRedraw = [this] {
+        TabInput->setCurrentIndex(0);
+        pageData->TabInput1_Sub1->setCurrentIndex(0);
+        pageData->TabInput1_Sub2->setCurrentIndex(0);
+        Grids::LbxInput().LockUpdate(false);
+        Grids::LbxInput().Refresh();
+        ShowTotals();
+    };
+    s.showWindow = [this] {
+        if (QScreen* sc = screen()) {
+            const QRect avail = sc->availableGeometry();
+            resize(std::min(width(), avail.width() - 40), std::min(height(), avail.height() - 40));
+        }
+        show();
+        pageData->LbxInput->table()->setFocus();
+    };
+    s.removeFocusRects = [this] {
+        // Buttons, check boxes and options take no focus frame from a click.
+        for (QAbstractButton* b : findChildren<QAbstractButton*>())
+            b->setFocusPolicy(Qt::TabFocus);
+    };
+    return s;
+}
+
+void FrmInput::ApplySettings() {
+    // The defaults that are pure data (row 27) were taken by the start-up before this.
+    pageData->ApplySettings();
+    frmPreferences->ApplySettings();
+}
+
+StartCheck FrmInput::FormLoad(Prompt& prompt) {
+    return StartProgram(prompt, Steps());
+}
+
+void FrmInput::SetGridHeaders() {
+    SetInputColumnCaptions(Grids::LbxInput());
+    SetCaptionTableHeaders();
+}
+
+void FrmInput::LanguageChanged() {
+    SetGridHeaders();
+    pageData->LbxInput->SetMinWidthsFromCaptions(3);
+    SetCaptions();
+    if (m_cap) {
+        m_cap->SetCmbLanguages();
+        m_cap->ApplySlotNames();
+    }
+}
+
+QuitSteps FrmInput::QuitStepsOfWindows() {
+    QuitSteps s;
+    s.unloadForms = [this] {
+        pageData->SaveColumnWidths();
+        m_unloading = true;
+        if (m_cap)
+            m_cap->close();
+        close();
+        QApplication::quit();
+    };
+    return s;
+}
+
+void FrmInput::ClosePrg() {
+    const bool quiet = State().SuppressEvents;
+    State().SuppressEvents = true;
+    int asked = 0;
+    if (!QuitProgram(asked, 0, AppPrompt(), QuitStepsOfWindows()))
+        State().SuppressEvents = quiet; // the user stays: the controls work again
+}
+
+bool FrmInput::FormQueryUnload(int unloadMode) {
+    if (unloadMode != 0)
+        return true; // closed by code or by the system: no questions
+    // Closed by the user at the window's corner.
+    if (!AppPrompt().AskYesNo(Caption(CapQuitQuestion), true, Prompt::Icon::Question))
+        return false;
+    int asked = 0;
+    return QuitProgram(asked, -1, AppPrompt(), QuitStepsOfWindows());
+}
+
+void FrmInput::closeEvent(QCloseEvent* event) {
+    if (m_unloading || FormQueryUnload(event->spontaneous() ? 0 : 1))
+        event->accept();
+    else
+        event->ignore();
+}

@@ -1,0 +1,3 @@
+#include "app/FrmPictures.h"
+
+FrmPictures::FrmPictures(QWidget* parent) : AreaPage(QStringLiteral("FrmPictures"), parent) {}

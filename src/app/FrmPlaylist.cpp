@@ -1,0 +1,3 @@
+#include "app/FrmPlaylist.h"
+
+FrmPlaylist::FrmPlaylist(QWidget* parent) : AreaPage(QStringLiteral("FrmPlaylist"), parent) {}

@@ -1,0 +1,3 @@
+#include "app/FrmSText.h"
+
+FrmSText::FrmSText(QWidget* parent) : AreaPage(QStringLiteral("FrmSText"), parent) {}

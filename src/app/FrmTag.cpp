@@ -1,0 +1,3 @@
+#include "app/FrmTag.h"
+
+FrmTag::FrmTag(QWidget* parent) : AreaPage(QStringLiteral("FrmTag"), parent) {}

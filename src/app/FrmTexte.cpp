@@ -1,0 +1,3 @@
+#include "app/FrmTexte.h"
+
+FrmTexte::FrmTexte(QWidget* parent) : AreaPage(QStringLiteral("FrmTexte"), parent) {}

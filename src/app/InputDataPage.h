@@ -1,0 +1,40 @@
+#pragma once
+// The data area of FrmInput (tab F1): the data list LbxInput with its sums, the mark box
+// and the two sub-tab strips TabInput1_Sub1 and TabInput1_Sub2 under it.
+
+#include "app/AreaPage.h"
+
+class DataGridView;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTabWidget;
+
+class InputDataPage : public AreaPage {
+    Q_OBJECT
+public:
+    explicit InputDataPage(QWidget* parent = nullptr);
+
+    DataGridView* LbxInput;
+    QTabWidget* TabInput1_Sub1;
+    QTabWidget* TabInput1_Sub2;
+    QLineEdit* txtTab1_FTag;
+    QCheckBox* chbTab1_NoMsg;
+    QCheckBox* chbTab1_TimeSizeData;
+    QLabel* lblTab1_TimeSizeMarkedData;
+    QPushButton* btn2Tab1_ClosePrg;
+
+    // Defines the 71 columns, restores the user's column widths and sets the minimum
+    // widths from the captions.
+    void DefineColumns();
+    void SaveColumnWidths() const;
+    void ApplySettings();
+    // The sums of the selection or of the marked rows, as the mark box decides.
+    void ShowSums();
+    // Adds a tab to a sub-tab strip; a strip with no tabs stays hidden.
+    int AddSubTab(QTabWidget* strip, QWidget* page, const QString& objectName);
+
+private:
+    void UpdateSubTabVisibility();
+};

@@ -1,0 +1,65 @@
+#include "app/MessageBoxPrompt.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace {
+QMessageBox::Icon ToBoxIcon(Prompt::Icon icon) {
+    switch (icon) {
+    case Prompt::Icon::Information:
+        return QMessageBox::Information;
+    case Prompt::Icon::Warning:
+        return QMessageBox::Warning;
+    case Prompt::Icon::Critical:
+        return QMessageBox::Critical;
+    case Prompt::Icon::Question:
+        return QMessageBox::Question;
+    case Prompt::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QWidget* Parent(QWidget* given) {
+    return given ? given : QApplication::activeWindow();
+}
+
+Prompt* g_override = nullptr;
+} // namespace
+
+void MessageBoxPrompt::Tell(const QString& text, Icon icon) {
+    QMessageBox box(ToBoxIcon(icon), Title(), text, QMessageBox::Ok, Parent(m_parent));
+    box.exec();
+}
+
+bool MessageBoxPrompt::AskYesNo(const QString& text, bool defaultYes, Icon icon) {
+    QMessageBox box(ToBoxIcon(icon), Title(), text, QMessageBox::Yes | QMessageBox::No, Parent(m_parent));
+    box.setDefaultButton(defaultYes ? QMessageBox::Yes : QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
+bool MessageBoxPrompt::AskOkCancel(const QString& text, Icon icon) {
+    QMessageBox box(ToBoxIcon(icon), Title(), text, QMessageBox::Ok | QMessageBox::Cancel, Parent(m_parent));
+    box.setDefaultButton(QMessageBox::Ok);
+    return box.exec() == QMessageBox::Ok;
+}
+
+std::optional<QString> MessageBoxPrompt::InputBox(const QString& text, const QString& initial) {
+    bool ok = false;
+    const QString answer =
+        QInputDialog::getText(Parent(m_parent), Title(), text, QLineEdit::Normal, initial, &ok);
+    if (!ok)
+        return std::nullopt;
+    return answer;
+}
+
+Prompt& AppPrompt() {
+    static MessageBoxPrompt boxes;
+    return g_override ? *g_override : boxes;
+}
+
+void SetAppPrompt(Prompt* prompt) {
+    g_override = prompt;
+}
