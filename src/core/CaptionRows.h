@@ -347,19 +347,9 @@ constexpr CaptionRow CapSumsPending = 1372; // "Calculating sums …"
 constexpr CaptionRow CapClearRefListSure = 1375; // "Are you sure? The whole reference list will be empt..."
 constexpr CaptionRow CapPicLinksUnsaved = 1384; // "The links of the pictures have been changed and are..."
 
-// Names used by the start-up and list code of the first merge; same rows as above.
-constexpr CaptionRow CapQuitProgram = CapQuitQuestion;
-constexpr CaptionRow CapSaveChangesAsk = CapCaptionsSaveQuestion;
-constexpr CaptionRow CapSaved = CapColumnChoiceSaved;
-constexpr CaptionRow CapQuitAnyway = CapQuitAnywayQuestion;
-constexpr CaptionRow CapLanguageExportTitle = CapExportLanguageTitle;
-constexpr CaptionRow CapEraseTranslationAsk = CapEraseTranslationQuestion;
-constexpr CaptionRow CapEraseTranslationDone = CapTranslationErased;
-constexpr CaptionRow CapLanguageImportTitle = CapImportLanguageTitle;
-constexpr CaptionRow CapSTextUnsaved = CapSyncTextUnsaved;
-constexpr CaptionRow CapSumsWorking = CapSumsPending;
+// Names used by the saved lists and exports; same rows as above.
 constexpr CaptionRow CapListLoading = CapLoadingList;
-constexpr CaptionRow CapListSaving = 93;
+constexpr CaptionRow CapListSaving = CapNoActionChosen;
 constexpr CaptionRow CapExportDone = CapListExported;
 constexpr CaptionRow CapListSaveFailed = CapFileSaveFailed;
 constexpr CaptionRow CapSavedListFilter = CapDataListFilter;

@@ -10,6 +10,7 @@
 #include "list/InputColumns.h"
 #include "list/ftcNames.h"
 #include "list/modList.h"
+#include "list/modListColumns.h"
 #include "platform/FolderWalk.h"
 #include "tag/TagEngine.h"
 
@@ -479,9 +480,6 @@ ScanResult btnTab1_UpdateData(DataGrid& list, TagEngine& engine, Prompt& prompt,
 }
 
 void EnsureInputColumns(DataGrid& list) {
-    if (list.Cols() > 0)
-        return;
-    for (const InputColumnDef& d : kInputColumns)
-        list.AddColumn(QLatin1String(d.key), Caption(d.captionRow), d.widthTwips, d.align,
-                       QLatin1String(d.key) != QLatin1String("No"), d.sortType);
+    if (list.Cols() == 0)
+        DefineInputColumns(list);
 }
