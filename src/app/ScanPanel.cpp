@@ -96,7 +96,7 @@ ScanPanel::ScanPanel(InputDataPage* page, QWidget* parent) : QWidget(parent), m_
     for (int i = 0; i < 2; ++i) {
         txtTab1_Searchstring_ArtistTitle[i] = new QLineEdit(this);
         txtTab1_Searchstring_ArtistTitle[i]->setObjectName(
-            QStringLiteral("txtTab1_Searchstring_ArtistTitle_%1").arg(i));
+            QStringLiteral("txtTab1_Searchstring_ArtistTitle(%1)").arg(i));
         txtTab1_Searchstring_ArtistTitle[i]->setClearButtonEnabled(true);
         txtTab1_Searchstring_ArtistTitle[i]->setEnabled(false);
     }
