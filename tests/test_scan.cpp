@@ -296,6 +296,7 @@ private slots:
         QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/sub/b.mp3"));
         const ScanResult r = Scan(tmp.path());
         QCOMPARE(r.entries, 2);
+        QCOMPARE(r.folders, 1);
         QCOMPARE(r.rowsAdded, 1);
         QCOMPARE(r.failures, 0);
         QCOMPARE(RowNames(list), QStringList({"a.mp3"}));

@@ -99,7 +99,7 @@ int RunScan(const QStringList& args) {
     const double seconds = double(timer.nsecsElapsed()) / 1e9;
     progress.Finish();
     Out(QStringLiteral("files: %1, rows: %2, failures: %3, seconds: %4")
-            .arg(r.entries)
+            .arg(r.entries - r.folders)
             .arg(list.Rows())
             .arg(r.failures)
             .arg(seconds, 0, 'f', 2));

@@ -416,6 +416,10 @@ ScanResult ScanFolder(DataGrid& list, const QString& path, const ScanOptions& op
     QStringList entries;
     entries.reserve(1024);
     FindFiles(path, QStringLiteral("*"), entries, options.subFolders, res.entries);
+    if (!options.subFolders) {
+        for (const QString& e : entries)
+            res.folders += e.startsWith(QLatin1String(">>")) ? 1 : 0;
+    }
     if (hooks.pump)
         hooks.pump();
     list.LockUpdate(true);

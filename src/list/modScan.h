@@ -37,6 +37,7 @@ struct ScanHooks {
 
 struct ScanResult {
     int entries = 0;   // what the walk found (and, without sub-folders, the folder entries)
+    int folders = 0;   // of those, folder entries (">>"), which are never files
     int processed = 0; // entries looked at before the end or the abort
     int rowsAdded = 0; // rows appended to the list
     int failures = 0;  // files the engine could not read as audio
