@@ -36,8 +36,6 @@
 
 namespace {
 
-constexpr CaptionRow kCapSearchTextMissing = 632; // check by text without a search text
-constexpr CaptionRow kCapChecklistEmpty = 633;    // check list without a first row
 constexpr int kProgressHeight = 22;
 
 // Restores the cursor and the enabled state of the data area however a command ends.
@@ -320,14 +318,14 @@ void ScanPanel::btnTab1_GetFiles_Click() {
     const bool useList = chbTab1_UseChecklist->isChecked();
     if (check && !useList && txtTab1_Searchstring_ArtistTitle[0]->text().trimmed().isEmpty() &&
         txtTab1_Searchstring_ArtistTitle[1]->text().trimmed().isEmpty()) {
-        prompt.Tell(Caption(kCapSearchTextMissing), Prompt::Icon::Information);
+        prompt.Tell(Caption(CapNoSearchText), Prompt::Icon::Information);
         txtTab1_Searchstring_ArtistTitle[0]->setFocus();
         return;
     }
     if (useList) {
         DataGrid& chk = Checklist();
         if (chk.Rows() == 0 || chk.CellView(1, 1).isEmpty()) {
-            prompt.Tell(Caption(kCapChecklistEmpty), Prompt::Icon::Information);
+            prompt.Tell(Caption(CapCheckListEmpty), Prompt::Icon::Information);
             return;
         }
     }

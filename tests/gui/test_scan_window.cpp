@@ -67,12 +67,12 @@ private slots:
         p->chbTab1_CheckCharacters->setChecked(true);
         p->btnTab1_GetFiles_Click();
         QCOMPARE(int(g.prompt.shown.size()), 2);
-        QCOMPARE(g.prompt.shown.back().text, Caption(632));
+        QCOMPARE(g.prompt.shown.back().text, Caption(CapNoSearchText));
         // Check list without a first row.
         p->chbTab1_UseChecklist->setChecked(true);
         p->btnTab1_GetFiles_Click();
         QCOMPARE(int(g.prompt.shown.size()), 3);
-        QCOMPARE(g.prompt.shown.back().text, Caption(633));
+        QCOMPARE(g.prompt.shown.back().text, Caption(CapCheckListEmpty));
         // With a row in the settings the scan runs.
         SetSetting(Ini::FindChrFirst, Ini::FindChrCol1, "x");
         p->btnTab1_GetFiles_Click();
