@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -67,6 +68,19 @@ private slots:
         QVERIFY2(r.err.isEmpty(), qPrintable(r.err)); // no terminal: no progress line
         const Run s = Cli({"scan", music, "--subfolders"});
         QVERIFY2(s.out.startsWith("files: 5, rows: 4, failures: 1,"), qPrintable(s.out));
+    }
+
+    void progressLineOnATerminal() {
+        const QString script = QStandardPaths::findExecutable("script");
+        if (script.isEmpty())
+            QSKIP("no 'script' to give the tool a terminal");
+        QProcess p;
+        p.start(script,
+                {"-qec", ProgramDir() + "/quillotune-cli scan '" + music + "' --subfolders", "/dev/null"});
+        QVERIFY(p.waitForFinished(60000));
+        const QString out = QString::fromUtf8(p.readAllStandardOutput());
+        QVERIFY2(out.contains("\r5/5 (100%)"), qPrintable(out)); // the progress line, drawn over itself
+        QVERIFY(out.contains("files: 5, rows: 4, failures: 1,"));
     }
 
     void sameRowsAsTheProgram() {
