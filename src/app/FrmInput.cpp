@@ -9,6 +9,7 @@
 #include "app/FrmTag.h"
 #include "app/FrmTexte.h"
 #include "app/InputDataPage.h"
+#include "app/ScanPanel.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
@@ -54,6 +55,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     layout->addWidget(TabInput);
 
     pageData = new InputDataPage;
+    scanPanel = ScanPanel::Install(pageData);
     frmTag = new FrmTag;
     frmTexte = new FrmTexte;
     frmPlaylist = new FrmPlaylist;
@@ -141,6 +143,7 @@ StartupSteps FrmInput::Steps() {
 void FrmInput::ApplySettings() {
     // The defaults that are pure data (row 27) were taken by the start-up before this.
     pageData->ApplySettings();
+    scanPanel->ApplySettings();
     frmPreferences->ApplySettings();
 }
 

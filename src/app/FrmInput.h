@@ -18,6 +18,7 @@ class FrmTexte;
 class InputDataPage;
 class Prompt;
 class QTabWidget;
+class ScanPanel;
 
 class FrmInput : public QWidget {
     Q_OBJECT
@@ -43,6 +44,7 @@ public:
 
     QTabWidget* TabInput;
     InputDataPage* pageData;
+    ScanPanel* scanPanel; // folder pane, scan controls and progress of the data area
     FrmTag* frmTag;
     FrmTexte* frmTexte;
     FrmPlaylist* frmPlaylist;

@@ -6,6 +6,12 @@
 
 int RunTags(const QStringList& args); // CliTags.cpp
 int RunSet(const QStringList& args);  // CliSet.cpp
+int RunScan(const QStringList& args); // cmd_scan.cpp
+int RunLoad(const QStringList& args); // cmd_load.cpp
+
+class DataGrid;
+// Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.
+bool ExportDataList(DataGrid& list, const QString& path);
 
 // Output helpers shared by the commands (CliOutput.cpp).
 void Out(const QString& text); // to stdout, with a line end

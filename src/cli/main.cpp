@@ -17,6 +17,9 @@ struct Command {
 const Command kCommands[] = {
     {"tags", "tags FILE... [--json]", "print type, audio data and every tag field of each file", RunTags},
     {"set", "set FILE NAME=VALUE...", "write tag fields (names as printed by 'tags') into FILE", RunSet},
+    {"scan", "scan DIR [--subfolders] [--save FILE.data] [--export FILE]", "scan a folder into the data list",
+     RunScan},
+    {"load", "load FILE.data [--act] [--export FILE]", "load a saved data list and check its files", RunLoad},
 };
 
 void PrintHelp() {

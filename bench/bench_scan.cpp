@@ -1,0 +1,185 @@
+// The folder scan against its practical limit: a plain TagLib read loop over the same
+// files. Then save and load of the resulting data list. Usage:
+//   bench_scan [COUNT...]      (default 10000; the trees go to /tmp/qlt_corpus_COUNT)
+#include "core/DataGrid.h"
+#include "core/Prompt.h"
+#include "list/modList.h"
+#include "list/modSavedLists.h"
+#include "list/modScan.h"
+#include "make_corpus.h"
+#include "tag/TagEngine.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+#include <ctime>
+#include <taglib/audioproperties.h>
+
+namespace {
+
+// The fixtures of the tests: QLT_FIXTURE_DIR, else tests/fixtures of the source tree
+// above the build folder.
+QString FixtureDir() {
+    const QString env = qEnvironmentVariable("QLT_FIXTURE_DIR");
+    if (!env.isEmpty())
+        return env;
+    QDir d(QCoreApplication::applicationDirPath());
+    for (int up = 0; up < 4; ++up, d.cdUp()) {
+        if (QFile::exists(d.filePath(QStringLiteral("tests/fixtures/tone.mp3"))))
+            return d.filePath(QStringLiteral("tests/fixtures"));
+    }
+    return QString();
+}
+
+// CPU time of this process: other programs on the machine do not count in it.
+double Cpu() {
+    timespec ts{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &ts);
+    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
+}
+
+double Seconds(const QElapsedTimer& t) {
+    return double(t.nsecsElapsed()) / 1e9;
+}
+
+// What any tag reader must at least do: walk, open each file, read its tag and audio data.
+double PlainTagLibLoop(const QString& root, int& files) {
+    QElapsedTimer t;
+    t.start();
+    QStringList entries;
+    int count = 0;
+    FindFiles(root, QStringLiteral("*"), entries, true, count);
+    files = 0;
+    qint64 sink = 0;
+    for (const QString& p : entries) {
+        TagLib::FileRef f(QFile::encodeName(p).constData(), true, TagLib::AudioProperties::Average);
+        if (f.isNull())
+            continue;
+        ++files;
+        if (TagLib::Tag* tag = f.tag()) {
+            sink += tag->title().size() + tag->artist().size() + tag->album().size() + tag->comment().size() +
+                    tag->genre().size() + tag->year() + tag->track();
+        }
+        if (TagLib::AudioProperties* a = f.audioProperties())
+            sink += a->lengthInMilliseconds() + a->bitrate() + a->sampleRate();
+    }
+    if (sink == 42)
+        std::printf(" ");
+    return Seconds(t);
+}
+
+void RunOne(int count) {
+    const QString root = QStringLiteral("/tmp/qlt_corpus_%1").arg(count);
+    QElapsedTimer gen;
+    gen.start();
+    if (!corpus::MakeCorpus(FixtureDir(), root, count)) {
+        std::printf("could not write the tree %s\n", qPrintable(root));
+        return;
+    }
+    std::printf("\n== %d files in %s (ready in %.1f s)\n", count, qPrintable(root), Seconds(gen));
+
+    // Warm the page cache once, so that both runs read from memory.
+    int files = 0;
+    PlainTagLibLoop(root, files);
+    double cpu0 = Cpu();
+    const double limit = PlainTagLibLoop(root, files);
+    const double limitCpu = Cpu() - cpu0;
+    std::printf("plain TagLib loop   %8.2f s  cpu %6.2f s  (%d files)   1.00x\n", limit, limitCpu, files);
+
+    TagEngine engine;
+    {
+        // The engine alone: the share of the scan that is reading the files.
+        QElapsedTimer t;
+        t.start();
+        const double c0 = Cpu();
+        QStringList entries;
+        int n = 0;
+        FindFiles(root, QStringLiteral("*"), entries, true, n);
+        for (const QString& p : entries)
+            engine.OpenFile(p);
+        const double open = Seconds(t);
+        const double openCpu = Cpu() - c0;
+        std::printf(
+            "TagEngine.OpenFile  %8.2f s  cpu %6.2f s                 %.2fx of the loop (cpu %.2fx)\n", open,
+            openCpu, limit > 0 ? open / limit : 0.0, limitCpu > 0 ? openCpu / limitCpu : 0.0);
+    }
+
+    DataGrid list;
+    EnsureInputColumns(list);
+    ScanOptions o;
+    o.subFolders = true;
+    QElapsedTimer t;
+    t.start();
+    cpu0 = Cpu();
+    const ScanResult r = ScanFolder(list, root, o, engine);
+    const double scan = Seconds(t);
+    const double scanCpu = Cpu() - cpu0;
+    std::printf("scan (71 cells)     %8.2f s  cpu %6.2f s  (%d rows)  %.2fx of the loop (cpu %.2fx)\n", scan,
+                scanCpu, list.Rows(), limit > 0 ? scan / limit : 0.0,
+                limitCpu > 0 ? scanCpu / limitCpu : 0.0);
+    if (r.failures)
+        std::printf("  failures: %d\n", r.failures);
+    {
+        // The engine alone again, now with the full list in memory: how much of the scan's
+        // extra time is the allocator working around 100,000 live rows.
+        QElapsedTimer t2;
+        t2.start();
+        const double c0 = Cpu();
+        QStringList entries;
+        int n = 0;
+        FindFiles(root, QStringLiteral("*"), entries, true, n);
+        for (const QString& p : entries)
+            engine.OpenFile(p);
+        std::printf("  OpenFile again, list in memory %.2f s  cpu %.2f s\n", Seconds(t2), Cpu() - c0);
+    }
+    {
+        // The closing steps of the scan, once more on the full list.
+        QElapsedTimer c;
+        c.start();
+        list.DoSort(QStringLiteral("3"), 1);
+        list.DoSort(QStringLiteral("7,3"), 1);
+        const double sort = Seconds(c) / 2;
+        c.restart();
+        QStringList ratings, moods;
+        RebuildValueLists(list, ratings, moods);
+        ShowTotals(list);
+        std::printf("  of which sort \"7,3\" %.2f s, totals and value lists %.2f s\n", sort, Seconds(c));
+    }
+
+    ScriptedPrompt prompt;
+    SavedListOptions so;
+    so.noMsg = true;
+    const QString data = root + ".data";
+    t.restart();
+    const bool saved = SaveList(list, data, so, prompt);
+    const double save = Seconds(t);
+    std::printf("save .data          %8.2f s  %s (%.1f MB)\n", save, saved ? "ok" : "FAILED",
+                double(QFileInfo(data).size()) / 1048576.0);
+
+    DataGrid loaded;
+    EnsureInputColumns(loaded);
+    t.restart();
+    const LoadListResult lr = LoadList(loaded, data, so, {}, prompt);
+    const double load = Seconds(t);
+    std::printf("load .data          %8.2f s  %s (%d rows, %d missing)\n", load, lr.loaded ? "ok" : "FAILED",
+                loaded.Rows(), lr.missing);
+    QFile::remove(data);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    QList<int> counts;
+    for (int i = 1; i < argc; ++i)
+        counts << QString::fromLocal8Bit(argv[i]).toInt();
+    if (counts.isEmpty())
+        counts << 10000;
+    for (int c : counts)
+        if (c > 0)
+            RunOne(c);
+    return 0;
+}

@@ -1,0 +1,422 @@
+#include "app/ScanPanel.h"
+
+#include "app/DataGridView.h"
+#include "app/FolderPanel.h"
+#include "app/InputDataPage.h"
+#include "app/MessageBoxPrompt.h"
+#include "app/UiCaptions.h"
+#include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
+#include "core/DataGrid.h"
+#include "core/GlobalGrids.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
+#include "list/InputColumns.h"
+#include "list/modList.h"
+#include "list/modSavedLists.h"
+#include "tag/TagEngine.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <memory>
+
+namespace {
+
+constexpr int kProgressHeight = 22;
+
+// Restores the cursor and the enabled state of the data area however a command ends.
+struct BusyGuard {
+    QWidget* a;
+    QWidget* b;
+    QWidget* c;
+    BusyGuard(QWidget* x, QWidget* y, QWidget* z) : a(x), b(y), c(z) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        for (QWidget* w : {a, b, c})
+            w->setEnabled(false);
+    }
+    ~BusyGuard() {
+        for (QWidget* w : {a, b, c})
+            w->setEnabled(true);
+        QApplication::restoreOverrideCursor();
+    }
+};
+
+} // namespace
+
+ScanPanel* ScanPanel::Install(InputDataPage* page) {
+    auto* panel = new ScanPanel(page);
+    page->AddSubTab(page->TabInput1_Sub1, panel, QStringLiteral("pagTab1_Read"));
+    page->TabInput1_Sub1->setCurrentWidget(panel);
+    return panel;
+}
+
+ScanPanel::ScanPanel(InputDataPage* page, QWidget* parent) : QWidget(parent), m_page(page) {
+    // The folder pane goes left of the list, in a splitter; it starts closed.
+    folders = new FolderPanel;
+    splitter = new QSplitter(Qt::Horizontal);
+    splitter->setObjectName(QStringLiteral("splTab1_Folders"));
+    const int at = page->body()->indexOf(page->LbxInput);
+    page->body()->removeWidget(page->LbxInput);
+    splitter->addWidget(folders);
+    splitter->addWidget(page->LbxInput);
+    splitter->setStretchFactor(1, 1);
+    splitter->setCollapsible(1, false);
+    page->body()->insertWidget(at < 0 ? 0 : at, splitter, 1);
+    folders->hide();
+
+    btnTab1_GetFiles = new QPushButton(this);
+    btnTab1_GetFiles->setObjectName(QStringLiteral("btnTab1_GetFiles"));
+    btnTab1_GetFiles->setDefault(true);
+    btnTab1_UpdateData = new QPushButton(this);
+    btnTab1_UpdateData->setObjectName(QStringLiteral("btnTab1_UpdateData"));
+    chbTab1_SubFolders = new QCheckBox(this);
+    chbTab1_SubFolders->setObjectName(QStringLiteral("chbTab1_SubFolders"));
+    chbTab1_Attach = new QCheckBox(this);
+    chbTab1_Attach->setObjectName(QStringLiteral("chbTab1_Attach"));
+    chbTab1_CheckCharacters = new QCheckBox(this);
+    chbTab1_CheckCharacters->setObjectName(QStringLiteral("chbTab1_CheckCharacters"));
+    chbTab1_UseChecklist = new QCheckBox(this);
+    chbTab1_UseChecklist->setObjectName(QStringLiteral("chbTab1_UseChecklist"));
+    chbTab1_Act = new QCheckBox(this);
+    chbTab1_Act->setObjectName(QStringLiteral("chbTab1_Act"));
+    for (int i = 0; i < 2; ++i) {
+        txtTab1_Searchstring_ArtistTitle[i] = new QLineEdit(this);
+        txtTab1_Searchstring_ArtistTitle[i]->setObjectName(
+            QStringLiteral("txtTab1_Searchstring_ArtistTitle(%1)").arg(i));
+        txtTab1_Searchstring_ArtistTitle[i]->setClearButtonEnabled(true);
+        txtTab1_Searchstring_ArtistTitle[i]->setEnabled(false);
+    }
+    btnTab1_HandleFileInput = new QComboBox(this);
+    btnTab1_HandleFileInput->setObjectName(QStringLiteral("btnTab1_HandleFileInput"));
+    for (int i = 0; i < 6; ++i)
+        btnTab1_HandleFileInput->addItem(QString());
+    btnTab1_HandleFileInput->setCurrentIndex(-1);
+
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 6, 6, 6);
+    grid->addWidget(btnTab1_GetFiles, 0, 0);
+    grid->addWidget(chbTab1_SubFolders, 0, 1);
+    grid->addWidget(chbTab1_Attach, 0, 2);
+    grid->addWidget(btnTab1_HandleFileInput, 0, 4);
+    grid->addWidget(btnTab1_UpdateData, 1, 0);
+    grid->addWidget(chbTab1_CheckCharacters, 1, 1);
+    grid->addWidget(chbTab1_UseChecklist, 1, 2);
+    grid->addWidget(chbTab1_Act, 1, 4);
+    grid->addWidget(txtTab1_Searchstring_ArtistTitle[0], 2, 1);
+    grid->addWidget(txtTab1_Searchstring_ArtistTitle[1], 2, 2);
+    grid->setColumnStretch(3, 1);
+
+    // The bar and its cancel button lie over the foot of the list.
+    prgBar = new QProgressBar(page);
+    prgBar->setObjectName(QStringLiteral("prgBar"));
+    prgBar->setTextVisible(true);
+    prgBar->hide();
+    btnTab1_Abort = new QPushButton(page);
+    btnTab1_Abort->setObjectName(QStringLiteral("btnTab1_Abort"));
+    btnTab1_Abort->hide();
+    page->LbxInput->installEventFilter(this);
+
+    connect(btnTab1_GetFiles, &QPushButton::clicked, this, &ScanPanel::btnTab1_GetFiles_Click);
+    connect(btnTab1_Abort, &QPushButton::clicked, this, &ScanPanel::btnTab1_Abort_Click);
+    connect(btnTab1_UpdateData, &QPushButton::clicked, this, &ScanPanel::btnTab1_UpdateData_Click);
+    connect(btnTab1_HandleFileInput, &QComboBox::activated, this, [this](int i) {
+        btnTab1_HandleFileInput->setCurrentIndex(-1);
+        btnTab1_HandleFileInput_Click(i);
+    });
+    connect(folders, &FolderPanel::closeRequested, this, &ScanPanel::CloseFolderPane);
+    connect(chbTab1_CheckCharacters, &QCheckBox::toggled, this, [this](bool on) {
+        const bool boxes = on && !chbTab1_UseChecklist->isChecked();
+        for (QLineEdit* e : txtTab1_Searchstring_ArtistTitle)
+            e->setEnabled(boxes);
+        chbTab1_UseChecklist->setEnabled(on);
+    });
+    connect(chbTab1_UseChecklist, &QCheckBox::toggled, this, [this](bool on) {
+        const bool boxes = chbTab1_CheckCharacters->isChecked() && !on;
+        for (QLineEdit* e : txtTab1_Searchstring_ArtistTitle)
+            e->setEnabled(boxes);
+    });
+    chbTab1_UseChecklist->setEnabled(false);
+}
+
+// ---- folder pane ----------------------------------------------------------------------
+
+bool ScanPanel::FolderPaneOpen() const {
+    return !folders->isHidden() && folders->width() > 0;
+}
+
+void ScanPanel::OpenFolderPane() {
+    folders->show();
+    if (folders->Drive1->count() == 0)
+        folders->ApplySettings();
+    const int total = std::max(splitter->width(), 400);
+    splitter->setSizes({m_lastSplitterWidth, total - m_lastSplitterWidth});
+    folders->Folderview->setFocus();
+}
+
+void ScanPanel::CloseFolderPane() {
+    if (folders->width() > 0)
+        m_lastSplitterWidth = folders->width();
+    folders->hide();
+}
+
+// ---- progress --------------------------------------------------------------------------
+
+void ScanPanel::PlaceProgress() {
+    const QRect list = m_page->LbxInput->geometry();
+    const QPoint topLeft = m_page->LbxInput->parentWidget()->mapTo(m_page, list.topLeft());
+    const int abortWidth = btnTab1_Abort->sizeHint().width();
+    const int y = topLeft.y() + list.height() - kProgressHeight - 4;
+    prgBar->setGeometry(topLeft.x(), y, std::max(50, list.width() - abortWidth - 4), kProgressHeight);
+    btnTab1_Abort->setGeometry(topLeft.x() + list.width() - abortWidth, y, abortWidth, kProgressHeight);
+}
+
+bool ScanPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_page->LbxInput && (event->type() == QEvent::Resize || event->type() == QEvent::Move) &&
+        prgBar->isVisible())
+        PlaceProgress();
+    return QWidget::eventFilter(watched, event);
+}
+
+void ScanPanel::ShowProgress(int max, bool keepButtons) {
+    prgBar->setRange(0, std::max(1, max));
+    prgBar->setValue(0);
+    PlaceProgress();
+    prgBar->show();
+    prgBar->raise();
+    if (!keepButtons) {
+        btnTab1_Abort->show();
+        btnTab1_Abort->raise();
+        btnTab1_Abort->setEnabled(true);
+        folders->btnTab1_CloseFolderview->hide();
+    }
+}
+
+void ScanPanel::HideProgress() {
+    prgBar->hide();
+    btnTab1_Abort->hide();
+    folders->btnTab1_CloseFolderview->show();
+}
+
+ScanHooks ScanPanel::WindowHooks() {
+    // The event queue runs between two files, but painting is what costs: the bar and
+    // the footer are painted again at most every kPaintMs, so that a window scan of
+    // 100,000 small files takes hardly longer than one without a window. The abort flag
+    // is still tested after every file.
+    constexpr qint64 kPumpMs = 10;
+    constexpr qint64 kPaintMs = 50;
+    auto clock = std::make_shared<QElapsedTimer>();
+    clock->start();
+    auto lastPump = std::make_shared<qint64>(-kPumpMs);
+    auto lastBar = std::make_shared<qint64>(-kPaintMs);
+    auto lastFooter = std::make_shared<qint64>(-kPaintMs);
+    ScanHooks h;
+    h.pump = [clock, lastPump] {
+        const qint64 now = clock->elapsed();
+        if (now - *lastPump < kPumpMs)
+            return;
+        *lastPump = now;
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+    };
+    h.showProgress = [this, lastBar](int max) {
+        *lastBar = -kPaintMs;
+        ShowProgress(max, false);
+    };
+    h.setProgress = [this, clock, lastBar](int v) {
+        const qint64 now = clock->elapsed();
+        if (now - *lastBar < kPaintMs && v + 1 < prgBar->maximum())
+            return;
+        *lastBar = now;
+        prgBar->setValue(v);
+    };
+    h.hideProgress = [this] { HideProgress(); };
+    // The list is locked while it fills: only its footer is painted again.
+    h.progressText = [this, clock, lastFooter](const QString&) {
+        const qint64 now = clock->elapsed();
+        if (now - *lastFooter < kPaintMs)
+            return;
+        *lastFooter = now;
+        m_page->LbxInput->footer()->update();
+    };
+    h.listCleared = [this] {
+        btnTab1_GetFiles->setToolTip(UiText(btnTab1_GetFiles->objectName(), QStringLiteral("tooltip")));
+    };
+    return h;
+}
+
+// ---- options ---------------------------------------------------------------------------
+
+DataGrid& ScanPanel::Checklist() {
+    if (!m_checklist)
+        m_checklist = new DataGrid(this);
+    ChecklistFromSettings(*m_checklist);
+    return *m_checklist;
+}
+
+ScanOptions ScanPanel::Options() {
+    ScanOptions o;
+    o.subFolders = chbTab1_SubFolders->isChecked();
+    o.attach = chbTab1_Attach->isChecked();
+    o.checkCharacters = chbTab1_CheckCharacters->isChecked();
+    o.useChecklist = chbTab1_UseChecklist->isChecked();
+    o.artistSearch = txtTab1_Searchstring_ArtistTitle[0]->text();
+    o.titleSearch = txtTab1_Searchstring_ArtistTitle[1]->text();
+    if (o.checkCharacters && o.useChecklist)
+        o.checklist = &Checklist();
+    return o;
+}
+
+void ScanPanel::ApplySettings() {
+    const bool quiet = State().SuppressEvents;
+    State().SuppressEvents = true;
+    chbTab1_SubFolders->setChecked(SettingOn(Ini::PresetSubfolder, Ini::Col1));
+    State().SuppressEvents = quiet;
+    if (!folders->isHidden())
+        folders->ApplySettings();
+}
+
+void ScanPanel::SetListCommandsEnabled(bool on) {
+    m_page->TabInput1_Sub2->setEnabled(on);
+}
+
+void ScanPanel::PublishValueLists(const ScanResult& r) {
+    ratingValues = r.ratings;
+    moodValues = r.moods;
+    emit valueListsChanged(ratingValues, moodValues);
+}
+
+// ---- commands --------------------------------------------------------------------------
+
+void ScanPanel::btnTab1_GetFiles_Click() {
+    if (State().ScanRunning)
+        return;
+    if (!FolderPaneOpen()) {
+        OpenFolderPane(); // the first press only shows the tree
+        return;
+    }
+    Prompt& prompt = AppPrompt();
+    const QString path = folders->SelectedFolder();
+    if (path.isEmpty()) {
+        prompt.Tell(Caption(CapNoFolderChosen), Prompt::Icon::Information);
+        folders->Folderview->setFocus();
+        return;
+    }
+    const bool check = chbTab1_CheckCharacters->isChecked();
+    const bool useList = chbTab1_UseChecklist->isChecked();
+    if (check && !useList && txtTab1_Searchstring_ArtistTitle[0]->text().trimmed().isEmpty() &&
+        txtTab1_Searchstring_ArtistTitle[1]->text().trimmed().isEmpty()) {
+        prompt.Tell(Caption(CapNoSearchText), Prompt::Icon::Information);
+        txtTab1_Searchstring_ArtistTitle[0]->setFocus();
+        return;
+    }
+    if (useList) {
+        DataGrid& chk = Checklist();
+        if (chk.Rows() == 0 || chk.CellView(1, 1).isEmpty()) {
+            prompt.Tell(Caption(CapCheckListEmpty), Prompt::Icon::Information);
+            return;
+        }
+    }
+    DataGrid& list = Grids::LbxInput();
+    if (list.Cols() >= InCol::FileName && list.Column(InCol::FileName).width < 3000)
+        list.SetColumnWidth(InCol::FileName, 3000);
+    {
+        BusyGuard busy(m_page->TabInput1_Sub1, m_page->TabInput1_Sub2, folders);
+        lastResult = ScanFolder(list, path, Options(), TagEngine::Shared(), WindowHooks());
+    }
+    PublishValueLists(lastResult);
+    if (SettingOn(Ini::CloseFolderView, Ini::Col1) && FolderPaneOpen())
+        CloseFolderPane();
+    if (prgBar->isVisible())
+        HideProgress();
+    const bool rows = list.Rows() > 0;
+    SetListCommandsEnabled(rows);
+    if (rows) {
+        m_page->LbxInput->SetMinWidthsFromCaptions(InCol::FileName);
+        list.DoColumnAutoSize(InCol::FileName);
+    }
+    m_page->LbxInput->table()->setFocus();
+    emit scanFinished();
+}
+
+void ScanPanel::btnTab1_Abort_Click() {
+    State().AbortRequested = true;
+    btnTab1_Abort->setEnabled(false);
+}
+
+void ScanPanel::btnTab1_UpdateData_Click() {
+    if (State().ScanRunning)
+        return;
+    {
+        BusyGuard busy(m_page->TabInput1_Sub1, m_page->TabInput1_Sub2, folders);
+        lastResult = ::btnTab1_UpdateData(Grids::LbxInput(), TagEngine::Shared(), AppPrompt(), WindowHooks());
+    }
+    if (prgBar->isVisible())
+        HideProgress();
+    PublishValueLists(lastResult);
+    m_page->LbxInput->table()->setFocus();
+    emit scanFinished();
+}
+
+QString ScanPanel::PickListFile(int action) {
+    if (chooseListFile)
+        return chooseListFile(action);
+    EnsureSavedListFolder();
+    const QString title = Caption(CapDataListFilter);
+    if (action == 0)
+        return QFileDialog::getSaveFileName(this, title, SavedListFolder(), SavedListFilter());
+    return QFileDialog::getOpenFileName(this, title, SavedListFolder(), SavedListFilter());
+}
+
+void ScanPanel::btnTab1_HandleFileInput_Click(int item) {
+    if (item >= 3) {
+        emit refListCommand(item);
+        return;
+    }
+    if (item < 0)
+        return;
+    const QString path = PickListFile(item);
+    if (path.isEmpty())
+        return; // cancelled
+    Prompt& prompt = AppPrompt();
+    DataGrid& list = Grids::LbxInput();
+    SavedListOptions o;
+    o.noMsg = m_page->chbTab1_NoMsg->isChecked();
+    o.refreshFromFiles = chbTab1_Act->isChecked();
+    if (item == 0) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        SaveList(list, path, o, prompt);
+        QApplication::restoreOverrideCursor();
+    } else if (item == 1) {
+        SavedListHooks hooks;
+        hooks.updateList = [&] {
+            lastResult = UpdateList(list, TagEngine::Shared(), prompt, WindowHooks());
+            HideProgress();
+        };
+        hooks.rebuildValueLists = [&] {
+            ScanResult r;
+            RebuildValueLists(list, r.ratings, r.moods);
+            PublishValueLists(r);
+        };
+        hooks.showTotals = [] { ShowTotals(); };
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        LoadList(list, path, o, hooks, prompt);
+        QApplication::restoreOverrideCursor();
+        SetListCommandsEnabled(list.Rows() > 0);
+        emit scanFinished();
+    } else if (item == 2) {
+        DeleteList(path, prompt);
+    }
+}
