@@ -353,12 +353,4 @@ constexpr CaptionRow CapSumsPending = 1372; // "Calculating sums …"
 constexpr CaptionRow CapClearRefListSure = 1375; // "Are you sure? The whole reference list will be empt..."
 constexpr CaptionRow CapPicLinksUnsaved = 1384; // "The links of the pictures have been changed and are..."
 
-// Names used by the saved lists and exports; same rows as above.
-constexpr CaptionRow CapListLoading = CapLoadingList;
-constexpr CaptionRow CapListSaving = CapNoActionChosen;
-constexpr CaptionRow CapExportDone = CapListExported;
-constexpr CaptionRow CapListSaveFailed = CapFileSaveFailed;
-constexpr CaptionRow CapSavedListFilter = CapDataListFilter;
-constexpr CaptionRow CapListLoaded = CapListLoadedAllPresent;
-constexpr CaptionRow CapListFilesMissing = CapMissingFiles;
 // clang-format on
