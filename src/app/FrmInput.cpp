@@ -9,18 +9,18 @@
 #include "app/FrmTag.h"
 #include "app/FrmTexte.h"
 #include "app/InputDataPage.h"
-#include "app/ScanPanel.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
-#include "tag/TagEngine.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
 #include "core/Prompt.h"
 #include "list/modList.h"
 #include "list/modListColumns.h"
+#include "tag/TagEngine.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -19,6 +19,10 @@ QString AppPath() {
     return dir;
 }
 
-void SetAppPath(const QString& dir) { Override() = QDir::cleanPath(dir); }
+void SetAppPath(const QString& dir) {
+    Override() = QDir::cleanPath(dir);
+}
 
-QString AppFile(const QString& relative) { return AppPath() + QLatin1Char('/') + relative; }
+QString AppFile(const QString& relative) {
+    return AppPath() + QLatin1Char('/') + relative;
+}

@@ -5,6 +5,6 @@
 
 #include <QString>
 
-QString AppPath();                   // no trailing "/"
-void SetAppPath(const QString& dir); // for tests and tools
+QString AppPath();                        // no trailing "/"
+void SetAppPath(const QString& dir);      // for tests and tools
 QString AppFile(const QString& relative); // AppPath() + "/" + relative

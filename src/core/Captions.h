@@ -13,7 +13,7 @@ constexpr int kLanguageGerman = 3;
 constexpr int kLanguageEnglish = 4;
 constexpr int kCaptionColumnCount = 6; // number, note, German, English, two imported
 
-DataGrid& CaptionTable();          // the grid LbxCap
+DataGrid& CaptionTable(); // the grid LbxCap
 int LanguageColumn();
 void SetLanguageColumn(int column);
 

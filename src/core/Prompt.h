@@ -37,9 +37,9 @@ public:
         Icon icon;
     };
 
-    std::deque<bool> answers;          // Yes/No and OK/Cancel answers, in order
+    std::deque<bool> answers; // Yes/No and OK/Cancel answers, in order
     std::deque<std::optional<QString>> inputs;
-    bool defaultAnswer = true;         // used when the queue is empty
+    bool defaultAnswer = true; // used when the queue is empty
     std::vector<Shown> shown;
 
     void Tell(const QString& text, Icon icon = Icon::Information) override {

@@ -22,57 +22,57 @@ constexpr int PatternFirst = 106, PatternLast = 115, PatternNameCol = 1, Pattern
 constexpr int Col1 = 1;
 constexpr int SinglePicLeft = 2, SinglePicTop = 3, SinglePicWidth = 4, SinglePicHeight = 5;
 constexpr int LastExportFormat = 6;
-constexpr int DrivePreset = 7;              // txtPref_Drive_Preset
+constexpr int DrivePreset = 7; // txtPref_Drive_Preset
 constexpr int LastDialogFolder = 8;
-constexpr int TexteNoMsg = 9;               // chbTexte_NoMsg
+constexpr int TexteNoMsg = 9; // chbTexte_NoMsg
 constexpr int PrintFirst = 10, PrintLast = 20;
-constexpr int CloseFolderView = 22;         // chbPref_CloseFolderView
-constexpr int PresetSubfolder = 24;         // chbPref_PresetSubfolder
-constexpr int RenamePreview = 25;           // chbPref_RenamePreview
-constexpr int PresetPathExport = 26;        // txtPref_PresetPathExport
-constexpr int NumberDigits = 27;            // optPref_AnzNum: digits of track numbers
-constexpr int NoMsg = 28;                   // chbTab1_NoMsg
-constexpr int ShowOthers = 29;              // chbTab1_ShowOthers
+constexpr int CloseFolderView = 22;  // chbPref_CloseFolderView
+constexpr int PresetSubfolder = 24;  // chbPref_PresetSubfolder
+constexpr int RenamePreview = 25;    // chbPref_RenamePreview
+constexpr int PresetPathExport = 26; // txtPref_PresetPathExport
+constexpr int NumberDigits = 27;     // optPref_AnzNum: digits of track numbers
+constexpr int NoMsg = 28;            // chbTab1_NoMsg
+constexpr int ShowOthers = 29;       // chbTab1_ShowOthers
 constexpr int TexteOpenTxtWithClick = 31, TexteOpenLyricWithClick = 32, TexteTxt1Only = 33,
               TexteWithLyricsOnly = 34;
-constexpr int PlaylistNoMsg = 35;           // chbPlaylist_NoMsg
-constexpr int PicAutoPic = 36;              // btnPic_AutoPic
+constexpr int PlaylistNoMsg = 35; // chbPlaylist_NoMsg
+constexpr int PicAutoPic = 36;    // btnPic_AutoPic
 constexpr int EmbeddedPicOption1 = 39, EmbeddedPicOption2 = 40;
-constexpr int TagNoMsg = 41;                // chbTab2_NoMsg
-constexpr int TagUpdateOption = 42;         // OptTab2_Update...: chosen set 1 to 5
-constexpr int Language = 43;                // LanguageColumn
-constexpr int PicInch = 45;                 // optPic_Inch when "1"
+constexpr int TagNoMsg = 41;        // chbTab2_NoMsg
+constexpr int TagUpdateOption = 42; // OptTab2_Update...: chosen set 1 to 5
+constexpr int Language = 43;        // LanguageColumn
+constexpr int PicInch = 45;         // optPic_Inch when "1"
 constexpr int PicWithSubFolderPic = 46, PicWithSubFolderiPic = 47;
-constexpr int ToolTips = 49;                // chbPref_TTText
+constexpr int ToolTips = 49; // chbPref_TTText
 constexpr int ThumbnailWidth = 50, ThumbnailHeight = 51;
-constexpr int Picformat = 53;               // chbPref_Picformat
+constexpr int Picformat = 53; // chbPref_Picformat
 constexpr int PicPaneLayout1 = 54, PicPaneLayout2 = 59;
 constexpr int PicOnlyWithLink = 60, PicWithiPicOnly = 61;
 constexpr int PlaylistWithSubFolders = 62;
 constexpr int PlaylistFolderPreset = 63;
-constexpr int PlaylistFormat = 64;          // 0 M3U, 1 M3U+PLS, 2 PLS
+constexpr int PlaylistFormat = 64; // 0 M3U, 1 M3U+PLS, 2 PLS
 constexpr int TextPaneState = 65;
-constexpr int ShowColumnRefPattern = 77;    // FrmShowColumnRef
+constexpr int ShowColumnRefPattern = 77; // FrmShowColumnRef
 constexpr int RefListOption = 78;
 constexpr int ScrollWindowOption = 79;
-constexpr int ConfirmLinkDelete = 83;       // chbPref_ConfirmLinkDelete
+constexpr int ConfirmLinkDelete = 83; // chbPref_ConfirmLinkDelete
 constexpr int PlaylistOption = 84;
 constexpr int SongtextCloseWhenFinished = 85;
 constexpr int STextOption = 86;
 constexpr int STextSubfolderSong = 88, STextSubfolderTxtLrc = 89;
 constexpr int SongtextAlwaysOnTop = 90, SongtextShowTitle = 91;
-constexpr int STextSource = 93;             // 1 Lrc, 2 Txt, 3 TxtLrc
-constexpr int CaptionImportSlot5 = 97;      // "1" when an import filled column 5
-constexpr int CapColumnHide = 98;           // ChbCap_ColumnHide: reference column hidden in FrmCap
-constexpr int PurgeLinklist = 99;           // chbPref_PurgeLinklist
+constexpr int STextSource = 93;        // 1 Lrc, 2 Txt, 3 TxtLrc
+constexpr int CaptionImportSlot5 = 97; // "1" when an import filled column 5
+constexpr int CapColumnHide = 98;      // ChbCap_ColumnHide: reference column hidden in FrmCap
+constexpr int PurgeLinklist = 99;      // chbPref_PurgeLinklist
 constexpr int PictureListOption = 100;
-constexpr int OptimalColumnWidth = 103;     // chbPref_OptimalColumnWidth
+constexpr int OptimalColumnWidth = 103; // chbPref_OptimalColumnWidth
 
 // ---- single values in column 2 ---------------------------------------------------------
 constexpr int Col2 = 2;
 constexpr int ScrollSkin = 71;
-constexpr int PathScan = 72;                // file dialog of the scan
-constexpr int PathCopyTarget = 73;          // folder last used for copying
+constexpr int PathScan = 72;       // file dialog of the scan
+constexpr int PathCopyTarget = 73; // folder last used for copying
 constexpr int PathRename1 = 74, PathRename2 = 82;
 constexpr int PathPictures1 = 75, PathPictures2 = 100;
 constexpr int PathSText1 = 76, PathSText2 = 80, PathSText3 = 81;
@@ -80,13 +80,13 @@ constexpr int PathTexte = 77;
 constexpr int PathPlaylist1 = 79, PathPlaylist2 = 84; // 84 is also the playlist export folder
 constexpr int PathRefExport = 85;
 constexpr int LastSTextTxtLrcFolder = 83;
-constexpr int TreeFolder = 86;              // drive and folder of the tree at the last close
-constexpr int ActivePattern = 87;           // index of the column pattern in use
+constexpr int TreeFolder = 86;    // drive and folder of the tree at the last close
+constexpr int ActivePattern = 87; // index of the column pattern in use
 constexpr int SongtextLeft = 93, SongtextTop = 94, SongtextWidth = 95, SongtextHeight = 96;
 constexpr int PicExportFolder1 = 97, PicExportFolder2 = 98;
 constexpr int EmbeddedPicListOption = 99;
 constexpr int RefListFile = 101;
-constexpr int Paperbin = 102;               // chbPref_Paperbin
-constexpr int TimeSizeData = 103;           // chbTab1_TimeSizeData
-constexpr int PlaylistTimeSize = 104;       // chbPlaylist_TimeSize
+constexpr int Paperbin = 102;         // chbPref_Paperbin
+constexpr int TimeSizeData = 103;     // chbTab1_TimeSizeData
+constexpr int PlaylistTimeSize = 104; // chbPlaylist_TimeSize
 } // namespace Ini

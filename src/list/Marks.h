@@ -13,6 +13,6 @@ inline const QString Moved = QStringLiteral("_#moved");        // staged: file m
 inline const QString Found = QStringLiteral("_#FOUND");        // hit of the last find (a prefix)
 inline const QString FoundFilter = QStringLiteral("_#FOUND "); // hit of the filter (a prefix, with its blank)
 inline const QString TypePrefix = QStringLiteral("_#_");       // marking by file type: "_#_" + type
-inline const QString TagFilter = QStringLiteral("_#TAGFILTER");// hit of the tag list filter
+inline const QString TagFilter = QStringLiteral("_#TAGFILTER");  // hit of the tag list filter
 inline const QString SpecialNamePrefix = QStringLiteral("_##_"); // file name prefix, not a row mark
 } // namespace Mark
