@@ -1,6 +1,7 @@
 #include "app/FrmInput.h"
 
 #include "app/DataGridView.h"
+#include "app/FindFilterPanel.h"
 #include "app/FrmCap.h"
 #include "app/FrmPictures.h"
 #include "app/FrmPlaylist.h"
@@ -9,17 +10,22 @@
 #include "app/FrmTag.h"
 #include "app/FrmTexte.h"
 #include "app/InputDataPage.h"
+#include "app/ListProgressBar.h"
+#include "app/ListsPanel.h"
+#include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
-#include "tag/TagEngine.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
 #include "core/Prompt.h"
+#include "core/Settings.h"
+#include "list/modColumnPatterns.h"
 #include "list/modList.h"
 #include "list/modListColumns.h"
+#include "tag/TagEngine.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -54,6 +60,11 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     layout->addWidget(TabInput);
 
     pageData = new InputDataPage;
+    listProgress = new ListProgressBar(pageData);
+    pageData->body()->insertWidget(1, listProgress); // right under the list
+    findFilterPanel = FindFilterPanel::Install(pageData, listProgress);
+    marksPanel = MarksPanel::Install(pageData, listProgress);
+    listsPanel = ListsPanel::Install(pageData, listProgress);
     frmTag = new FrmTag;
     frmTexte = new FrmTexte;
     frmPlaylist = new FrmPlaylist;
@@ -74,6 +85,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     }
 
     connect(pageData->btn2Tab1_ClosePrg, &QAbstractButton::clicked, this, &FrmInput::ClosePrg);
+    // TODO(tagui): connect(listsPanel, &ListsPanel::copyToTaglistRequested, frmTag, &FrmTag::LoadTagList);
     connect(frmPreferences, &FrmPreferences::languageChanged, this, &FrmInput::LanguageChanged);
     connect(frmPreferences, &FrmPreferences::captionToolsRequested, this, [this] {
         FrmCap* cap = Cap();
@@ -141,6 +153,11 @@ StartupSteps FrmInput::Steps() {
 void FrmInput::ApplySettings() {
     // The defaults that are pure data (row 27) were taken by the start-up before this.
     pageData->ApplySettings();
+    marksPanel->ApplySettings();
+    {
+        DataGrid noRefList; // LbxRef comes with the reference list; until then row 77 waits
+        ApplyStartupPatterns(Settings(), Grids::LbxInput(), noRefList);
+    }
     frmPreferences->ApplySettings();
 }
 

@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QGroupBox>
 #include <QHash>
@@ -68,8 +69,11 @@ void Apply(QWidget* w, const QString& kind, int index, const QString& text, bool
     } else if (kind == u"title") {
         w->setWindowTitle(text);
     } else if (kind == u"tab") {
-        if (auto* t = qobject_cast<QTabWidget*>(w); t && index < t->count())
-            t->setTabText(index, text);
+        if (auto* t = qobject_cast<QTabWidget*>(w)) {
+            const int pos = TabPositionOf(t, index);
+            if (pos >= 0)
+                t->setTabText(pos, text);
+        }
     } else if (kind == u"item") {
         if (auto* c = qobject_cast<QComboBox*>(w); c && index < c->count())
             c->setItemText(index, text);
@@ -126,7 +130,12 @@ void LoadUiCaptionTables() {
     Q_INIT_RESOURCE(app); // src/app/app.qrc, in a static library
     SetControlCaptions(ParseControlCaptions(ReadResource(QStringLiteral(":/captions/control_captions.tsv"))));
     PendingTexts().clear();
-    const QStringList lines = ReadResource(QStringLiteral(":/captions/pending_app.tsv")).split(u'\n');
+    // Every branch of work keeps its own file of texts waiting for rows.
+    QStringList lines;
+    const QStringList files = QDir(QStringLiteral(":/captions"))
+                                  .entryList({QStringLiteral("pending_*.tsv")}, QDir::Files, QDir::Name);
+    for (const QString& f : files)
+        lines += ReadResource(QStringLiteral(":/captions/") + f).split(u'\n');
     for (QString line : lines) {
         if (line.endsWith(u'\r'))
             line.chop(1);
@@ -165,6 +174,20 @@ void SetCaptionsOf(QWidget* root) {
     if (State().SuppressEvents || !root)
         return;
     Walk(root);
+}
+
+int FixedTabIndex(const QTabWidget* strip, int position) {
+    const QVariant v = strip->widget(position)->property(kSubTabIndexProperty);
+    return v.isValid() ? v.toInt() : position;
+}
+
+int TabPositionOf(const QTabWidget* strip, int index) {
+    if (!strip || index < 0)
+        return -1;
+    for (int i = 0; i < strip->count(); ++i)
+        if (FixedTabIndex(strip, i) == index)
+            return i;
+    return -1;
 }
 
 QString UiText(const QString& objectName, const QString& kind) {
