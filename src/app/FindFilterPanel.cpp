@@ -39,7 +39,7 @@ QComboBox* MakeCombo(QWidget* parent, const QString& name, bool editable = false
     c->setObjectName(name);
     c->setEditable(editable);
     c->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    c->setMinimumContentsLength(14);
+    c->setMinimumContentsLength(10);
     c->setMaxVisibleItems(25);
     return c;
 }
@@ -55,7 +55,7 @@ QString AllColumnsEntry() {
 QLabel* MakeCount(QWidget* parent, const QString& name) {
     auto* l = new QLabel(parent);
     l->setObjectName(name);
-    l->setMinimumWidth(70);
+    l->setMinimumWidth(44);
     l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     return l;
 }
@@ -79,10 +79,10 @@ FindFilterPanel::FindFilterPanel(InputDataPage* page, ListProgress* progress, QW
     auto* find = new QGridLayout(grpFind);
     find->setContentsMargins(8, 6, 8, 6);
     find->setHorizontalSpacing(6);
-    find->setVerticalSpacing(4);
+    find->setVerticalSpacing(3);
     cmbTab1_Find = MakeCombo(grpFind, QStringLiteral("cmbTab1_Find"), true);
     cmbTab1_Find->setInsertPolicy(QComboBox::NoInsert); // the command keeps the history
-    cmbTab1_Find->setMinimumContentsLength(22);
+    cmbTab1_Find->setMinimumContentsLength(16);
     cmbTab1_FindInColumn = MakeCombo(grpFind, QStringLiteral("cmbTab1_FindInColumn"));
     btnTab1_M_Find = new QPushButton(grpFind);
     btnTab1_M_Find->setObjectName(QStringLiteral("btnTab1_M_Find"));
@@ -96,11 +96,11 @@ FindFilterPanel::FindFilterPanel(InputDataPage* page, ListProgress* progress, QW
     find->addWidget(cmbTab1_Find, 0, 0, 1, 2);
     find->addWidget(btnTab1_M_Find, 0, 2);
     find->addWidget(cmbTab1_FindInColumn, 1, 0, 1, 2);
-    find->addWidget(chbTab1_Find[0], 2, 0);
-    find->addWidget(chbTab1_Find[1], 2, 1);
-    find->addWidget(chbTab1_Find[2], 3, 0, 1, 2);
+    find->addWidget(chbTab1_Find[0], 2, 0, 1, 3);
+    find->addWidget(chbTab1_Find[1], 3, 0, 1, 3);
+    find->addWidget(chbTab1_Find[2], 4, 0, 1, 3);
     find->setColumnStretch(1, 1);
-    find->setRowStretch(4, 1);
+    find->setRowStretch(5, 1);
     outer->addWidget(grpFind, 3);
 
     // ---- filter ----
@@ -109,7 +109,7 @@ FindFilterPanel::FindFilterPanel(InputDataPage* page, ListProgress* progress, QW
     auto* filter = new QGridLayout(grpFilter);
     filter->setContentsMargins(8, 6, 8, 6);
     filter->setHorizontalSpacing(6);
-    filter->setVerticalSpacing(4);
+    filter->setVerticalSpacing(3);
     const char* labels[4] = {"lblTab1_Filter(0)", "lblTab1_Filter(1)", "lblTab1_Filter(2)",
                              "lblTab1_Filter(3)"};
     for (int i = 0; i < 4; ++i) {
@@ -130,6 +130,8 @@ FindFilterPanel::FindFilterPanel(InputDataPage* page, ListProgress* progress, QW
     filter->addWidget(lblTab1_CmbFilter1_Count, 0, 4);
     filter->addWidget(cmbTab1_Filter[1], 1, 1, 1, 3);
     filter->addWidget(lblTab1_CmbFilter2_Count, 1, 4);
+    cmbTab1_Filter[2]->setMinimumContentsLength(6);
+    cmbTab1_Filter[3]->setMinimumContentsLength(6);
     filter->addWidget(cmbTab1_Filter[2], 2, 1);
     filter->addWidget(cmbTab1_Filter[3], 2, 3);
     filter->addWidget(lblTab1_CmbQualityCount, 2, 4);
@@ -140,13 +142,10 @@ FindFilterPanel::FindFilterPanel(InputDataPage* page, ListProgress* progress, QW
     filter->setRowStretch(4, 1);
     outer->addWidget(grpFilter, 4);
 
-    // ---- columns ----
-    auto* side = new QVBoxLayout;
-    btnTab1_ShowColumns = new QPushButton(this);
+    // The visible columns: opened from the find, where a column is chosen too.
+    btnTab1_ShowColumns = new QPushButton(grpFind);
     btnTab1_ShowColumns->setObjectName(QStringLiteral("btnTab1_ShowColumns"));
-    side->addWidget(btnTab1_ShowColumns);
-    side->addStretch(1);
-    outer->addLayout(side);
+    find->addWidget(btnTab1_ShowColumns, 1, 2);
 
     RebuildColumnEntries();
     cmbTab1_Find->lineEdit()->setPlaceholderText(Caption(CapFindHint));

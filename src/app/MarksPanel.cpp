@@ -86,55 +86,53 @@ MarksPanel::MarksPanel(InputDataPage* page, ListProgress* progress, QWidget* par
     };
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(6, 6, 6, 6);
-    outer->setSpacing(6);
-
-    // Row of the hand marks: the mark box into the current row, the ten signs.
-    auto* hand = new QHBoxLayout;
-    hand->setSpacing(4);
-    btnTab1_SetFTagActRow = button(this, "btnTab1_SetFTagActRow");
-    hand->addWidget(btnTab1_SetFTagActRow);
-    hand->addSpacing(10);
-    auto* lblSigns = new QLabel(this);
-    lblSigns->setObjectName(QStringLiteral("lblTab1_Sign0_9"));
-    hand->addWidget(lblSigns);
-    for (int i = 0; i < kSignCount; ++i) {
-        btnTab1_Sign[i] = new SignButton(this);
-        btnTab1_Sign[i]->setObjectName(QStringLiteral("btnTab1_Sign(%1)").arg(i));
-        btnTab1_Sign[i]->setMinimumWidth(28);
-        hand->addWidget(btnTab1_Sign[i]);
-    }
-    btnTab1_SignNext = button(this, "btnTab1_Sign");
-    hand->addWidget(btnTab1_SignNext);
-    chbTab1_SignPreviousRow = new QCheckBox(this);
-    chbTab1_SignPreviousRow->setObjectName(QStringLiteral("chbTab1_SignPreviousRow"));
-    hand->addWidget(chbTab1_SignPreviousRow);
-    hand->addStretch(1);
-    outer->addLayout(hand);
+    outer->setSpacing(0);
 
     auto* rows = new QGridLayout;
     rows->setHorizontalSpacing(4);
-    rows->setVerticalSpacing(4);
+    rows->setVerticalSpacing(3);
+    // By hand: the mark box into the current row, the next sign, the ten signs.
+    btnTab1_SetFTagActRow = button(this, "btnTab1_SetFTagActRow");
+    btnTab1_SignNext = button(this, "btnTab1_Sign");
+    chbTab1_SignPreviousRow = new QCheckBox(this);
+    chbTab1_SignPreviousRow->setObjectName(QStringLiteral("chbTab1_SignPreviousRow"));
+    rows->addWidget(btnTab1_SetFTagActRow, 0, 0);
+    rows->addWidget(btnTab1_SignNext, 0, 1);
+    rows->addWidget(chbTab1_SignPreviousRow, 0, 2, 1, 2);
+    auto* signs = new QHBoxLayout;
+    signs->setSpacing(3);
+    auto* lblSigns = new QLabel(this);
+    lblSigns->setObjectName(QStringLiteral("lblTab1_Sign0_9"));
+    signs->addWidget(lblSigns);
+    for (int i = 0; i < kSignCount; ++i) {
+        btnTab1_Sign[i] = new SignButton(this);
+        btnTab1_Sign[i]->setObjectName(QStringLiteral("btnTab1_Sign(%1)").arg(i));
+        btnTab1_Sign[i]->setMinimumWidth(30);
+        btnTab1_Sign[i]->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+        signs->addWidget(btnTab1_Sign[i]);
+    }
+    signs->addStretch(1);
+    rows->addLayout(signs, 1, 0, 1, 4);
     // Marks and selection.
     btnTab1_ClearFtag = button(this, "btnTab1_ClearFtag");
     btnTab1_RemoveFtag = button(this, "btnTab1_RemoveFtag");
+    btnTab1_FTagBlue = button(this, "btnTab1_FTagBlue");
     btnTab1_HighlightAll = button(this, "btnTab1_HighlightAll");
     btnTab1_InvertHighlight = button(this, "btnTab1_InvertHighlight");
-    btnTab1_FTagBlue = button(this, "btnTab1_FTagBlue");
-    rows->addWidget(btnTab1_ClearFtag, 0, 0);
-    rows->addWidget(btnTab1_RemoveFtag, 0, 1);
-    rows->addWidget(btnTab1_FTagBlue, 0, 2);
-    rows->addWidget(btnTab1_HighlightAll, 0, 3);
-    rows->addWidget(btnTab1_InvertHighlight, 0, 4);
+    rows->addWidget(btnTab1_ClearFtag, 2, 0);
+    rows->addWidget(btnTab1_RemoveFtag, 2, 1);
+    rows->addWidget(btnTab1_HighlightAll, 2, 2);
+    rows->addWidget(btnTab1_InvertHighlight, 2, 3);
     // Marks by a rule.
     btnTab1_MarkLrc = button(this, "btnTab1_MarkLrc");
     btnTab1_HighlightLyrics = button(this, "btnTab1_HighlightLyrics");
     btnTab1_HighlightiPic = button(this, "btnTab1_HighlightiPic");
     btnTab1_HighlightLink = button(this, "btnTab1_HighlightLink");
-    rows->addWidget(btnTab1_MarkLrc, 1, 0);
-    rows->addWidget(btnTab1_HighlightLyrics, 1, 1);
-    rows->addWidget(btnTab1_HighlightiPic, 1, 2);
-    rows->addWidget(btnTab1_HighlightLink, 1, 3);
-    // File type and doubles.
+    rows->addWidget(btnTab1_FTagBlue, 3, 0);
+    rows->addWidget(btnTab1_MarkLrc, 3, 1);
+    rows->addWidget(btnTab1_HighlightLyrics, 3, 2);
+    rows->addWidget(btnTab1_HighlightiPic, 3, 3);
+    // By file type, picture links, doubles.
     auto* typeRow = new QHBoxLayout;
     typeRow->setSpacing(4);
     cmbTab1_FileType = new QComboBox(this);
@@ -142,14 +140,15 @@ MarksPanel::MarksPanel(InputDataPage* page, ListProgress* progress, QWidget* par
     for (int t = 1; t < kFileTypeCount; ++t) // type 0 is no audio file: never in the list
         cmbTab1_FileType->addItem(FileTypeName(t));
     btnTab1_MarkFileType = button(this, "btnTab1_MarkFileType");
-    typeRow->addWidget(cmbTab1_FileType, 1);
-    typeRow->addWidget(btnTab1_MarkFileType);
-    rows->addLayout(typeRow, 1, 4);
+    typeRow->addWidget(cmbTab1_FileType);
+    typeRow->addWidget(btnTab1_MarkFileType, 1);
     btnTab1_FindDouble = button(this, "btnTab1_FindDouble");
     btnTab1_EraseDouble = button(this, "btnTab1_EraseDouble");
-    rows->addWidget(btnTab1_FindDouble, 2, 0);
-    rows->addWidget(btnTab1_EraseDouble, 2, 1);
-    for (int c = 0; c < 5; ++c)
+    rows->addWidget(btnTab1_HighlightLink, 4, 0);
+    rows->addLayout(typeRow, 4, 1);
+    rows->addWidget(btnTab1_FindDouble, 4, 2);
+    rows->addWidget(btnTab1_EraseDouble, 4, 3);
+    for (int c = 0; c < 4; ++c)
         rows->setColumnStretch(c, 1);
     outer->addLayout(rows);
     outer->addStretch(1);
