@@ -3,6 +3,7 @@
 #include "core/AppState.h"
 
 #include <QHBoxLayout>
+#include <QLayout>
 #include <QProgressBar>
 #include <QPushButton>
 #include <algorithm>
@@ -30,6 +31,9 @@ void ListProgressBar::ShowProgress(int max, int keepButtons) {
     // can stop between two items.
     btnTab1_Abort->setVisible(keepButtons == 0);
     show();
+    // Take the bar's place at once: the command runs before the event loop would.
+    if (parentWidget() && parentWidget()->layout())
+        parentWidget()->layout()->activate();
     prgBar->repaint();
     m_sincePaint.start();
 }

@@ -118,6 +118,8 @@ private slots:
         FillSampleRows();
         auto* column = Control<QComboBox>(g.window.get(), "cmbTab1_Filter(0)");
         QCOMPARE(column->count(), kFilterEntries);
+        // The last entry stands for the date column.
+        QCOMPARE(column->itemText(kFilterEntries - 1), Grids::LbxInput().Column(InCol::DateTime).caption);
         Choose(column, InCol::Type - 4); // index 2 -> column 6
         auto* value = Control<QComboBox>(g.window.get(), "cmbTab1_Filter(1)");
         QCOMPARE(value->count(), 4); // no choice, FLAC, MP3, OGG

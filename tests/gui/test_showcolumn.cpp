@@ -145,6 +145,27 @@ private slots:
         QCOMPARE(Control<QLineEdit>(w, "txtShowCol_Pattern")->text(), QStringLiteral("Mine"));
     }
 
+    void savingIntoAUsedSlotOverwritesIt() {
+        QMap<QPair<int, int>, QString> ini;
+        for (int p = 0; p < 10; ++p) {
+            ini[{Ini::PatternFirst + p, Ini::PatternNameCol}] = QStringLiteral("P%1").arg(p);
+            ini[{Ini::PatternFirst + p, Ini::PatternTextCol}] = QString(InCol::Count, QLatin1Char('1'));
+        }
+        GuiProgram g;
+        QVERIFY(g.Start(ini));
+        FrmShowColumn* w = Open(g);
+        QCOMPARE(Option(w, 9)->text(), QStringLiteral("P9"));
+        Option(w, 7)->click();
+        Box(w, InCol::Artist - 1)->click();
+        Control<QLineEdit>(w, "txtShowCol_Pattern")->setText(QStringLiteral("New"));
+        const std::size_t asked = g.prompt.shown.size();
+        Control<QPushButton>(w, "btnShowCol_SavePattern")->click();
+        QCOMPARE(g.prompt.shown.size(), asked); // no question
+        QCOMPARE(Setting(Ini::PatternFirst + 7, Ini::PatternNameCol), QStringLiteral("New"));
+        QCOMPARE(Setting(Ini::PatternFirst + 7, Ini::PatternTextCol).at(InCol::Artist - 1), QLatin1Char('0'));
+        QCOMPARE(Option(w, 7)->text(), QStringLiteral("New"));
+    }
+
     void referenceColumnsWindowWorksOnAnyList() {
         GuiProgram g;
         QVERIFY(g.Start());
