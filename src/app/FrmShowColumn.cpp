@@ -129,6 +129,15 @@ FrmShowColumn::FrmShowColumn(DataGrid& lbxInput, QWidget* parent)
     });
     connect(btnShowCol_Close, &QPushButton::clicked, this, &QWidget::hide);
 
+    // Captions change with the language, visibility with other commands: while the
+    // window is open its boxes follow the grid.
+    connect(&m_grid, &DataGrid::columnsChanged, this, [this] {
+        if (!isVisible())
+            return;
+        LoadFromGrid();
+        RefreshPatternCaptions();
+    });
+
     RegisterCaptionRoot(this);
     SetCaptionsOf(this);
 }
