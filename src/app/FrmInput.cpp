@@ -85,7 +85,11 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     }
 
     connect(pageData->btn2Tab1_ClosePrg, &QAbstractButton::clicked, this, &FrmInput::ClosePrg);
-    // TODO(tagui): connect(listsPanel, &ListsPanel::copyToTaglistRequested, frmTag, &FrmTag::LoadTagList);
+    // TODO(tagui): once FrmTag has LoadTagList, the rows go to the tag list and its page
+    // comes forward:
+    // connect(listsPanel, &ListsPanel::copyToTaglistRequested, frmTag, [this](const QString& type) {
+    //     if (frmTag->LoadTagList(type, pageData->txtTab1_FTag->text())) TabInput->setCurrentWidget(frmTag);
+    //     });
     connect(frmPreferences, &FrmPreferences::languageChanged, this, &FrmInput::LanguageChanged);
     connect(frmPreferences, &FrmPreferences::captionToolsRequested, this, [this] {
         FrmCap* cap = Cap();
