@@ -5,6 +5,7 @@
 #include "app/DataGridView.h"
 #include "app/FolderPanel.h"
 #include "app/InputDataPage.h"
+#include "app/ListProgressBar.h"
 #include "app/ScanPanel.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
@@ -18,6 +19,7 @@
 #include <QCheckBox>
 #include <QElapsedTimer>
 #include <QProgressBar>
+#include <QVBoxLayout>
 #include <cstdio>
 #include <ctime>
 
@@ -71,7 +73,9 @@ int main(int argc, char** argv) {
     // The window: the data area with the list, the folder pane and the bar.
     InputDataPage page;
     page.resize(1200, 800);
-    ScanPanel* panel = ScanPanel::Install(&page);
+    auto* progress = new ListProgressBar(&page);
+    page.body()->insertWidget(1, progress); // under the list, as in the main window
+    ScanPanel* panel = ScanPanel::Install(&page, progress);
     page.DefineColumns();
     page.show();
     panel->OpenFolderPane();

@@ -1,6 +1,7 @@
 #include "app/FrmInput.h"
 
 #include "app/DataGridView.h"
+#include "app/FindFilterPanel.h"
 #include "app/FrmCap.h"
 #include "app/FrmPictures.h"
 #include "app/FrmPlaylist.h"
@@ -9,6 +10,9 @@
 #include "app/FrmTag.h"
 #include "app/FrmTexte.h"
 #include "app/InputDataPage.h"
+#include "app/ListProgressBar.h"
+#include "app/ListsPanel.h"
+#include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
@@ -18,6 +22,8 @@
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
 #include "core/Prompt.h"
+#include "core/Settings.h"
+#include "list/modColumnPatterns.h"
 #include "list/modList.h"
 #include "list/modListColumns.h"
 #include "tag/TagEngine.h"
@@ -25,6 +31,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
@@ -55,7 +62,12 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     layout->addWidget(TabInput);
 
     pageData = new InputDataPage;
-    scanPanel = ScanPanel::Install(pageData);
+    listProgress = new ListProgressBar(pageData);
+    pageData->body()->insertWidget(1, listProgress); // right under the list
+    findFilterPanel = FindFilterPanel::Install(pageData, listProgress);
+    marksPanel = MarksPanel::Install(pageData, listProgress);
+    listsPanel = ListsPanel::Install(pageData, listProgress);
+    scanPanel = ScanPanel::Install(pageData, listProgress);
     frmTag = new FrmTag;
     frmTexte = new FrmTexte;
     frmPlaylist = new FrmPlaylist;
@@ -76,6 +88,12 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     }
 
     connect(pageData->btn2Tab1_ClosePrg, &QAbstractButton::clicked, this, &FrmInput::ClosePrg);
+    // "Copy to the tag list": the selected rows of the current row's type go to the tag
+    // list, and its page comes forward.
+    connect(listsPanel, &ListsPanel::copyToTaglistRequested, frmTag, [this](const QString& type) {
+        if (frmTag->LoadTagList(type, pageData->txtTab1_FTag->text()))
+            TabInput->setCurrentWidget(frmTag);
+    });
     connect(frmPreferences, &FrmPreferences::languageChanged, this, &FrmInput::LanguageChanged);
     connect(frmPreferences, &FrmPreferences::captionToolsRequested, this, [this] {
         FrmCap* cap = Cap();
@@ -144,6 +162,11 @@ void FrmInput::ApplySettings() {
     // The defaults that are pure data (row 27) were taken by the start-up before this.
     pageData->ApplySettings();
     scanPanel->ApplySettings();
+    marksPanel->ApplySettings();
+    {
+        DataGrid noRefList; // LbxRef comes with the reference list; until then row 77 waits
+        ApplyStartupPatterns(Settings(), Grids::LbxInput(), noRefList);
+    }
     frmPreferences->ApplySettings();
 }
 

@@ -8,6 +8,7 @@
 
 #include <QWidget>
 
+class FindFilterPanel;
 class FrmCap;
 class FrmPictures;
 class FrmPlaylist;
@@ -16,6 +17,9 @@ class FrmSText;
 class FrmTag;
 class FrmTexte;
 class InputDataPage;
+class ListProgressBar;
+class ListsPanel;
+class MarksPanel;
 class Prompt;
 class QTabWidget;
 class ScanPanel;
@@ -44,7 +48,11 @@ public:
 
     QTabWidget* TabInput;
     InputDataPage* pageData;
-    ScanPanel* scanPanel; // folder pane, scan controls and progress of the data area
+    ScanPanel* scanPanel;             // folder pane, scan controls and progress of the data area
+    ListProgressBar* listProgress;    // prgBar and btnTab1_Abort over the data list
+    FindFilterPanel* findFilterPanel; // TabInput1_Sub1: find and filter
+    MarksPanel* marksPanel;           // TabInput1_Sub2: marks
+    ListsPanel* listsPanel;           // TabInput1_Sub2: lists
     FrmTag* frmTag;
     FrmTexte* frmTexte;
     FrmPlaylist* frmPlaylist;

@@ -1,6 +1,7 @@
 #include "app/InputDataPage.h"
 
 #include "app/DataGridView.h"
+#include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
@@ -106,11 +107,26 @@ InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInpu
     });
 }
 
-int InputDataPage::AddSubTab(QTabWidget* strip, QWidget* page, const QString& objectName) {
+int InputDataPage::AddSubTab(QTabWidget* strip, QWidget* page, const QString& objectName, int index) {
     page->setObjectName(objectName);
-    const int i = strip->addTab(page, QString());
+    int pos = strip->count();
+    if (index >= 0) {
+        page->setProperty(kSubTabIndexProperty, index);
+        pos = 0;
+        while (pos < strip->count() && FixedTabIndex(strip, pos) < index)
+            ++pos;
+    }
+    const int i = strip->insertTab(pos, page, QString());
     UpdateSubTabVisibility();
     return i;
+}
+
+bool InputDataPage::SelectSubTab(QTabWidget* strip, int index) {
+    const int pos = TabPositionOf(strip, index);
+    if (pos < 0)
+        return false;
+    strip->setCurrentIndex(pos);
+    return true;
 }
 
 void InputDataPage::UpdateSubTabVisibility() {

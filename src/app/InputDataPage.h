@@ -32,8 +32,13 @@ public:
     void ApplySettings();
     // The sums of the selection or of the marked rows, as the mark box decides.
     void ShowSums();
-    // Adds a tab to a sub-tab strip; a strip with no tabs stays hidden.
-    int AddSubTab(QTabWidget* strip, QWidget* page, const QString& objectName);
+    // Adds a tab to a sub-tab strip; a strip with no tabs stays hidden. `index` is the
+    // tab's fixed place in its strip (captions and Shift+F1..F8 address tabs by it): the
+    // tab goes before every tab of a higher place, whatever the order of the calls.
+    // -1 appends. Returns the position the tab took.
+    int AddSubTab(QTabWidget* strip, QWidget* page, const QString& objectName, int index = -1);
+    // Makes the tab of fixed place `index` current; false when the strip has none.
+    static bool SelectSubTab(QTabWidget* strip, int index);
 
 private:
     void UpdateSubTabVisibility();

@@ -1,5 +1,7 @@
 #include "app/ScanPanel.h"
 
+#include "app/ListProgressBar.h"
+
 #include "app/DataGridView.h"
 #include "app/FolderPanel.h"
 #include "app/InputDataPage.h"
@@ -57,14 +59,15 @@ struct BusyGuard {
 
 } // namespace
 
-ScanPanel* ScanPanel::Install(InputDataPage* page) {
-    auto* panel = new ScanPanel(page);
+ScanPanel* ScanPanel::Install(InputDataPage* page, ListProgressBar* progress) {
+    auto* panel = new ScanPanel(page, progress);
     page->AddSubTab(page->TabInput1_Sub1, panel, QStringLiteral("pagTab1_Read"));
     page->TabInput1_Sub1->setCurrentWidget(panel);
     return panel;
 }
 
-ScanPanel::ScanPanel(InputDataPage* page, QWidget* parent) : QWidget(parent), m_page(page) {
+ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* parent)
+    : QWidget(parent), m_page(page), m_progress(progress) {
     // The folder pane goes left of the list, in a splitter; it starts closed.
     folders = new FolderPanel;
     splitter = new QSplitter(Qt::Horizontal);
@@ -120,15 +123,10 @@ ScanPanel::ScanPanel(InputDataPage* page, QWidget* parent) : QWidget(parent), m_
     grid->addWidget(txtTab1_Searchstring_ArtistTitle[1], 2, 2);
     grid->setColumnStretch(3, 1);
 
-    // The bar and its cancel button lie over the foot of the list.
-    prgBar = new QProgressBar(page);
-    prgBar->setObjectName(QStringLiteral("prgBar"));
-    prgBar->setTextVisible(true);
-    prgBar->hide();
-    btnTab1_Abort = new QPushButton(page);
-    btnTab1_Abort->setObjectName(QStringLiteral("btnTab1_Abort"));
-    btnTab1_Abort->hide();
-    page->LbxInput->installEventFilter(this);
+    // The one progress bar of the data list, with its cancel button, is shared with the
+    // other commands of the list.
+    prgBar = progress->prgBar;
+    btnTab1_Abort = progress->btnTab1_Abort;
 
     connect(btnTab1_GetFiles, &QPushButton::clicked, this, &ScanPanel::btnTab1_GetFiles_Click);
     connect(btnTab1_Abort, &QPushButton::clicked, this, &ScanPanel::btnTab1_Abort_Click);
@@ -175,39 +173,16 @@ void ScanPanel::CloseFolderPane() {
 
 // ---- progress --------------------------------------------------------------------------
 
-void ScanPanel::PlaceProgress() {
-    const QRect list = m_page->LbxInput->geometry();
-    const QPoint topLeft = m_page->LbxInput->parentWidget()->mapTo(m_page, list.topLeft());
-    const int abortWidth = btnTab1_Abort->sizeHint().width();
-    const int y = topLeft.y() + list.height() - kProgressHeight - 4;
-    prgBar->setGeometry(topLeft.x(), y, std::max(50, list.width() - abortWidth - 4), kProgressHeight);
-    btnTab1_Abort->setGeometry(topLeft.x() + list.width() - abortWidth, y, abortWidth, kProgressHeight);
-}
-
-bool ScanPanel::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_page->LbxInput && (event->type() == QEvent::Resize || event->type() == QEvent::Move) &&
-        prgBar->isVisible())
-        PlaceProgress();
-    return QWidget::eventFilter(watched, event);
-}
-
 void ScanPanel::ShowProgress(int max, bool keepButtons) {
-    prgBar->setRange(0, std::max(1, max));
-    prgBar->setValue(0);
-    PlaceProgress();
-    prgBar->show();
-    prgBar->raise();
+    m_progress->ShowProgress(max, keepButtons ? -1 : 0);
     if (!keepButtons) {
-        btnTab1_Abort->show();
-        btnTab1_Abort->raise();
         btnTab1_Abort->setEnabled(true);
         folders->btnTab1_CloseFolderview->hide();
     }
 }
 
 void ScanPanel::HideProgress() {
-    prgBar->hide();
-    btnTab1_Abort->hide();
+    m_progress->HideProgress();
     folders->btnTab1_CloseFolderview->show();
 }
 
@@ -339,7 +314,7 @@ void ScanPanel::btnTab1_GetFiles_Click() {
     PublishValueLists(lastResult);
     if (SettingOn(Ini::CloseFolderView, Ini::Col1) && FolderPaneOpen())
         CloseFolderPane();
-    if (prgBar->isVisible())
+    if (m_progress->isVisible())
         HideProgress();
     const bool rows = list.Rows() > 0;
     SetListCommandsEnabled(rows);
@@ -363,7 +338,7 @@ void ScanPanel::btnTab1_UpdateData_Click() {
         BusyGuard busy(m_page->TabInput1_Sub1, m_page->TabInput1_Sub2, folders);
         lastResult = ::btnTab1_UpdateData(Grids::LbxInput(), TagEngine::Shared(), AppPrompt(), WindowHooks());
     }
-    if (prgBar->isVisible())
+    if (m_progress->isVisible())
         HideProgress();
     PublishValueLists(lastResult);
     m_page->LbxInput->table()->setFocus();

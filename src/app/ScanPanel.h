@@ -20,13 +20,15 @@ class QProgressBar;
 class QPushButton;
 class QSplitter;
 
+class ListProgressBar;
+
 class ScanPanel : public QWidget {
     Q_OBJECT
 public:
     // Builds the panel into the data area: the folder pane left of LbxInput, the controls
     // as the first tab of TabInput1_Sub1, the bar over the list.
-    static ScanPanel* Install(InputDataPage* page);
-    ScanPanel(InputDataPage* page, QWidget* parent = nullptr);
+    static ScanPanel* Install(InputDataPage* page, ListProgressBar* progress);
+    ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* parent = nullptr);
 
     FolderPanel* folders;
     QSplitter* splitter;
@@ -79,16 +81,14 @@ signals:
     void refListCommand(int item);
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     ScanHooks WindowHooks();
-    void PlaceProgress();
     void SetListCommandsEnabled(bool on);
     void PublishValueLists(const ScanResult& r);
     QString PickListFile(int action);
 
     InputDataPage* m_page;
+    ListProgressBar* m_progress; // the data list's one progress bar
     DataGrid* m_checklist = nullptr;
     int m_lastSplitterWidth = 260;
 };

@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QGroupBox>
 #include <QHash>
@@ -48,8 +49,11 @@ void Apply(QWidget* w, const QString& kind, int index, const QString& text, bool
     } else if (kind == u"title") {
         w->setWindowTitle(text);
     } else if (kind == u"tab") {
-        if (auto* t = qobject_cast<QTabWidget*>(w); t && index < t->count())
-            t->setTabText(index, text);
+        if (auto* t = qobject_cast<QTabWidget*>(w)) {
+            const int pos = TabPositionOf(t, index);
+            if (pos >= 0)
+                t->setTabText(pos, text);
+        }
     } else if (kind == u"item") {
         if (auto* c = qobject_cast<QComboBox*>(w); c && index < c->count())
             c->setItemText(index, text);
@@ -110,6 +114,20 @@ void SetCaptionsOf(QWidget* root) {
     if (State().SuppressEvents || !root)
         return;
     Walk(root);
+}
+
+int FixedTabIndex(const QTabWidget* strip, int position) {
+    const QVariant v = strip->widget(position)->property(kSubTabIndexProperty);
+    return v.isValid() ? v.toInt() : position;
+}
+
+int TabPositionOf(const QTabWidget* strip, int index) {
+    if (!strip || index < 0)
+        return -1;
+    for (int i = 0; i < strip->count(); ++i)
+        if (FixedTabIndex(strip, i) == index)
+            return i;
+    return -1;
 }
 
 QString UiText(const QString& objectName, const QString& kind) {
