@@ -26,7 +26,6 @@
 #include <QVBoxLayout>
 
 namespace {
-constexpr int kFindFilterTab = 1; // place of the tab in TabInput1_Sub1
 
 // Restores the wait cursor on every way out of a command.
 struct WaitCursor {
@@ -63,7 +62,7 @@ QLabel* MakeCount(QWidget* parent, const QString& name) {
 
 FindFilterPanel* FindFilterPanel::Install(InputDataPage* page, ListProgress* progress) {
     auto* panel = new FindFilterPanel(page, progress);
-    page->AddSubTab(page->TabInput1_Sub1, panel, QStringLiteral("pagTab1_FindFilter"), kFindFilterTab);
+    page->AddSubTab(page->TabInput1_Sub1, panel, QStringLiteral("pagTab1_FindFilter"), SubTab::FindFilter);
     return panel;
 }
 

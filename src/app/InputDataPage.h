@@ -11,6 +11,13 @@ class QLineEdit;
 class QPushButton;
 class QTabWidget;
 
+// The fixed places of the sub-tabs: Shift+F1 to F3 and Shift+F4 to F8 address them by
+// number, whatever order the panels are built in.
+namespace SubTab {
+enum Sub1 : int { Read = 0, FindFilter = 1, Compare = 2 };
+enum Sub2 : int { Lists = 0, Files = 1, Rename = 2, Marks = 3, Player = 4 };
+} // namespace SubTab
+
 class InputDataPage : public AreaPage {
     Q_OBJECT
 public:

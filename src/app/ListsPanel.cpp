@@ -22,7 +22,6 @@
 #include <QVBoxLayout>
 
 namespace {
-constexpr int kListsTab = 0; // place of the tab in TabInput1_Sub2
 
 struct WaitCursor {
     WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -32,7 +31,7 @@ struct WaitCursor {
 
 ListsPanel* ListsPanel::Install(InputDataPage* page, ListProgress* progress) {
     auto* panel = new ListsPanel(page, progress);
-    page->AddSubTab(page->TabInput1_Sub2, panel, QStringLiteral("pagTab1_Lists"), kListsTab);
+    page->AddSubTab(page->TabInput1_Sub2, panel, QStringLiteral("pagTab1_Lists"), SubTab::Lists);
     return panel;
 }
 

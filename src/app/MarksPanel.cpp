@@ -26,7 +26,6 @@
 #include <QTableView>
 
 namespace {
-constexpr int kMarksTab = 3; // place of the tab in TabInput1_Sub2
 constexpr int kSignCount = 10;
 // Columns of the picture link list: 4 holds the full path of the linked song.
 constexpr int kLinkSongCol = 4;
@@ -73,7 +72,7 @@ void SignButton::paintEvent(QPaintEvent*) {
 
 MarksPanel* MarksPanel::Install(InputDataPage* page, ListProgress* progress) {
     auto* panel = new MarksPanel(page, progress);
-    page->AddSubTab(page->TabInput1_Sub2, panel, QStringLiteral("pagTab1_Marks"), kMarksTab);
+    page->AddSubTab(page->TabInput1_Sub2, panel, QStringLiteral("pagTab1_Marks"), SubTab::Marks);
     return panel;
 }
 

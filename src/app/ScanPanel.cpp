@@ -61,7 +61,7 @@ struct BusyGuard {
 
 ScanPanel* ScanPanel::Install(InputDataPage* page, ListProgressBar* progress) {
     auto* panel = new ScanPanel(page, progress);
-    page->AddSubTab(page->TabInput1_Sub1, panel, QStringLiteral("pagTab1_Read"));
+    page->AddSubTab(page->TabInput1_Sub1, panel, QStringLiteral("pagTab1_Read"), SubTab::Read);
     page->TabInput1_Sub1->setCurrentWidget(panel);
     return panel;
 }

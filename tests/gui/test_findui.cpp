@@ -183,6 +183,10 @@ private slots:
         QVERIFY(find >= 0);
         QCOMPARE(sub1->widget(find)->objectName(), QStringLiteral("pagTab1_FindFilter"));
         QCOMPARE(sub1->tabText(find), Caption(115));
+        // The folder scan's tab is the first, labelled, and current after the start.
+        QCOMPARE(sub1->widget(0)->objectName(), QStringLiteral("pagTab1_Read"));
+        QVERIFY(!sub1->tabText(0).isEmpty());
+        QCOMPARE(sub1->currentIndex(), 0);
         QCOMPARE(sub2->tabText(TabPositionOf(sub2, 0)), Caption(117));
         QCOMPARE(sub2->tabText(TabPositionOf(sub2, 3)), Caption(120));
         // A tab added later with a lower place goes before the higher ones.
