@@ -165,7 +165,6 @@ QWidget* FrmTag::buildListArea() {
     auto* marks = new QGridLayout;
     m_fTag = new QLineEdit(w);
     m_fTag->setObjectName(QStringLiteral("txtTab2_FTag"));
-    marks->addWidget(m_fTag, 0, 0, 1, 2);
     const char* names[] = {"btnTab2_SetFTagActRow", "btnTab2_ClearFtag",     "btnTab2_SetFtagBlue",
                            "btnTab2_RemoveFTag",    "btnTag_HighlightAll",   "btnTab2_InvertHighlight",
                            "btnTab2_DeleteEntries", "btnTab2_CopyToPlaylist"};
@@ -262,6 +261,8 @@ QWidget* FrmTag::buildCommandArea() {
     for (int i = 0; i < 20; ++i)
         m_tagToTag->addItem(QString());
     m_tagToTag->setCurrentIndex(-1);
+    // The closed box names its purpose: its caption arrives as the widget's title.
+    connect(m_tagToTag, &QWidget::windowTitleChanged, m_tagToTag, &QComboBox::setPlaceholderText);
     QPushButton* t2t = Button(w, QStringLiteral("btnTab2_TagToTag"));
     m_tagToTagStrip = Check(w, QStringLiteral("chbTab2_TagToTag"));
     g->addWidget(m_tagToTag, 2, 0);

@@ -105,6 +105,9 @@ ScanPanel::ScanPanel(InputDataPage* page, QWidget* parent) : QWidget(parent), m_
     for (int i = 0; i < 6; ++i)
         btnTab1_HandleFileInput->addItem(QString());
     btnTab1_HandleFileInput->setCurrentIndex(-1);
+    // The closed box names its purpose: its caption arrives as the widget's title.
+    connect(btnTab1_HandleFileInput, &QWidget::windowTitleChanged, btnTab1_HandleFileInput,
+            &QComboBox::setPlaceholderText);
 
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(6, 6, 6, 6);
