@@ -190,6 +190,8 @@ QWidget* FrmTag::buildCommentArea() {
     m_language = new QLineEdit(box);
     m_language->setObjectName(QStringLiteral("txtTab2_Language"));
     m_language->setMaxLength(3);
+    // three letters need no more room than this; the description takes the rest
+    m_language->setMaximumWidth(m_language->fontMetrics().horizontalAdvance(QStringLiteral("MMMMMMMM")));
     m_description = new QLineEdit(box);
     m_description->setObjectName(QStringLiteral("txtTab2_Description"));
     m_comment = new QTextEdit(box);
@@ -203,6 +205,7 @@ QWidget* FrmTag::buildCommentArea() {
     g->addWidget(m_description, 0, 2);
     g->addWidget(m_hasComment, 0, 3);
     g->addWidget(m_comment, 1, 0, 1, 4);
+    g->setColumnStretch(2, 1);
     auto* bl = new QHBoxLayout;
     bl->addWidget(Button(box, QStringLiteral("btnTab2_UpdateComment")));
     bl->addWidget(Button(box, QStringLiteral("btnTab2_DeleteComment")));
