@@ -30,6 +30,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextEdit>
@@ -111,7 +112,16 @@ void FrmTag::buildUi() {
     };
     for (int t = 0; t < 5; ++t) {
         m_panels[size_t(t)] = new FrmTagSetPanel(defs[t], m_tabs);
-        m_tabs->addTab(m_panels[size_t(t)], QString());
+        // A field set scrolls rather than forcing its full height on the main window,
+        // so that the window still fits a screen of 800 pixels.
+        auto* scroll = new QScrollArea(m_tabs);
+        scroll->setFrameShape(QFrame::NoFrame);
+        scroll->setWidgetResizable(true);
+        scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        scroll->setWidget(m_panels[size_t(t)]);
+        scroll->viewport()->setAutoFillBackground(false);
+        m_panels[size_t(t)]->setAutoFillBackground(false);
+        m_tabs->addTab(scroll, QString());
     }
     // V2 extras: the filter combos over the text boxes, the comment area, the box copies
     FrmTagSetPanel* v2 = m_panels[1];
