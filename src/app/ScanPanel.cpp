@@ -122,6 +122,19 @@ ScanPanel::ScanPanel(InputDataPage* page, QWidget* parent) : QWidget(parent), m_
     grid->addWidget(txtTab1_Searchstring_ArtistTitle[0], 2, 1);
     grid->addWidget(txtTab1_Searchstring_ArtistTitle[1], 2, 2);
     grid->setColumnStretch(3, 1);
+    // Tab order follows the reading of a scan: what to read, then which files, then lists.
+    const QList<QWidget*> order = {btnTab1_GetFiles,
+                                   chbTab1_SubFolders,
+                                   chbTab1_Attach,
+                                   btnTab1_UpdateData,
+                                   chbTab1_CheckCharacters,
+                                   txtTab1_Searchstring_ArtistTitle[0],
+                                   txtTab1_Searchstring_ArtistTitle[1],
+                                   chbTab1_UseChecklist,
+                                   btnTab1_HandleFileInput,
+                                   chbTab1_Act};
+    for (qsizetype i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
 
     // The bar and its cancel button lie over the foot of the list.
     prgBar = new QProgressBar(page);
