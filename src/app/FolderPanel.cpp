@@ -24,7 +24,8 @@ constexpr int kFilledRole = Qt::UserRole + 1;
 FolderPanel::FolderPanel(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("fraTab1_Folders"));
     auto* v = new QVBoxLayout(this);
-    v->setContentsMargins(0, 0, 0, 0);
+    // a little air towards the splitter handle and the list beside it
+    v->setContentsMargins(0, 0, 4, 0);
     v->setSpacing(4);
     Drive1 = new QComboBox(this);
     Drive1->setObjectName(QStringLiteral("Drive1"));

@@ -83,8 +83,16 @@ FrmCap::FrmCap(QWidget* parent) : QWidget(parent, Qt::Window) {
     lblCap_Reference->setMinimumHeight(28);
     txtCap_Text = new QLineEdit(this);
     txtCap_Text->setObjectName(QStringLiteral("txtCap_Text"));
-    edit->addWidget(lblCap_Reference, 0, 0);
-    edit->addWidget(txtCap_Text, 1, 0);
+    auto* lblRef = new QLabel(this);
+    lblRef->setObjectName(QStringLiteral("lblCap_ReferenceTitle"));
+    auto* lblText = new QLabel(this);
+    lblText->setObjectName(QStringLiteral("lblCap_TextTitle"));
+    lblText->setBuddy(txtCap_Text);
+    edit->addWidget(lblRef, 0, 0);
+    edit->addWidget(lblCap_Reference, 0, 1);
+    edit->addWidget(lblText, 1, 0);
+    edit->addWidget(txtCap_Text, 1, 1);
+    edit->setColumnStretch(1, 1);
     outer->addLayout(edit);
 
     // Import slots and file commands.

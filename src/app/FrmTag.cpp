@@ -30,6 +30,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextEdit>
@@ -111,7 +112,16 @@ void FrmTag::buildUi() {
     };
     for (int t = 0; t < 5; ++t) {
         m_panels[size_t(t)] = new FrmTagSetPanel(defs[t], m_tabs);
-        m_tabs->addTab(m_panels[size_t(t)], QString());
+        // A field set scrolls rather than forcing its full height on the main window,
+        // so that the window still fits a screen of 800 pixels.
+        auto* scroll = new QScrollArea(m_tabs);
+        scroll->setFrameShape(QFrame::NoFrame);
+        scroll->setWidgetResizable(true);
+        scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        scroll->setWidget(m_panels[size_t(t)]);
+        scroll->viewport()->setAutoFillBackground(false);
+        m_panels[size_t(t)]->setAutoFillBackground(false);
+        m_tabs->addTab(scroll, QString());
     }
     // V2 extras: the filter combos over the text boxes, the comment area, the box copies
     FrmTagSetPanel* v2 = m_panels[1];
@@ -165,7 +175,6 @@ QWidget* FrmTag::buildListArea() {
     auto* marks = new QGridLayout;
     m_fTag = new QLineEdit(w);
     m_fTag->setObjectName(QStringLiteral("txtTab2_FTag"));
-    marks->addWidget(m_fTag, 0, 0, 1, 2);
     const char* names[] = {"btnTab2_SetFTagActRow", "btnTab2_ClearFtag",     "btnTab2_SetFtagBlue",
                            "btnTab2_RemoveFTag",    "btnTag_HighlightAll",   "btnTab2_InvertHighlight",
                            "btnTab2_DeleteEntries", "btnTab2_CopyToPlaylist"};
@@ -191,6 +200,8 @@ QWidget* FrmTag::buildCommentArea() {
     m_language = new QLineEdit(box);
     m_language->setObjectName(QStringLiteral("txtTab2_Language"));
     m_language->setMaxLength(3);
+    // three letters need no more room than this; the description takes the rest
+    m_language->setMaximumWidth(m_language->fontMetrics().horizontalAdvance(QStringLiteral("MMMMMMMM")));
     m_description = new QLineEdit(box);
     m_description->setObjectName(QStringLiteral("txtTab2_Description"));
     m_comment = new QTextEdit(box);
@@ -204,6 +215,7 @@ QWidget* FrmTag::buildCommentArea() {
     g->addWidget(m_description, 0, 2);
     g->addWidget(m_hasComment, 0, 3);
     g->addWidget(m_comment, 1, 0, 1, 4);
+    g->setColumnStretch(2, 1);
     auto* bl = new QHBoxLayout;
     bl->addWidget(Button(box, QStringLiteral("btnTab2_UpdateComment")));
     bl->addWidget(Button(box, QStringLiteral("btnTab2_DeleteComment")));
@@ -262,6 +274,8 @@ QWidget* FrmTag::buildCommandArea() {
     for (int i = 0; i < 20; ++i)
         m_tagToTag->addItem(QString());
     m_tagToTag->setCurrentIndex(-1);
+    // The closed box names its purpose: its caption arrives as the widget's title.
+    connect(m_tagToTag, &QWidget::windowTitleChanged, m_tagToTag, &QComboBox::setPlaceholderText);
     QPushButton* t2t = Button(w, QStringLiteral("btnTab2_TagToTag"));
     m_tagToTagStrip = Check(w, QStringLiteral("chbTab2_TagToTag"));
     g->addWidget(m_tagToTag, 2, 0);

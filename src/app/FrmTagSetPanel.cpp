@@ -28,7 +28,9 @@ FrmTagSetPanel::FrmTagSetPanel(const TagSetPanelDef& def, QWidget* parent) : QWi
     m_genre->setObjectName(def.genreName);
     m_genre->setEditable(!def.genreByData);
     m_genre->setMinimumContentsLength(20);
-    m_grid->addWidget(m_genreCheck, row, 0);
+    // The genre check box carries its own text across the label column, so that the
+    // field labels below start right beside their check boxes.
+    m_grid->addWidget(m_genreCheck, row, 0, 1, 2);
     m_grid->addWidget(m_genre, row, 2);
     ++row;
     connect(m_genreCheck, &QCheckBox::toggled, this, [this](bool on) { ApplyEnabled(m_genre, on); });

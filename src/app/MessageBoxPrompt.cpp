@@ -1,5 +1,8 @@
 #include "app/MessageBoxPrompt.h"
 
+#include "core/CaptionRows.h"
+
+#include <QAbstractButton>
 #include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -25,6 +28,14 @@ QWidget* Parent(QWidget* given) {
     return given ? given : QApplication::activeWindow();
 }
 
+// The buttons speak the language of the program, not the one Qt was built with; a
+// caption table without the rows keeps Qt's own texts.
+void NameButton(QMessageBox& box, QMessageBox::StandardButton which, CaptionRow row) {
+    const QString text = Caption(row);
+    if (QAbstractButton* b = box.button(which); b && !text.isEmpty())
+        b->setText(text);
+}
+
 Prompt* g_override = nullptr;
 } // namespace
 
@@ -37,12 +48,15 @@ bool MessageBoxPrompt::AskYesNo(const QString& text, bool defaultYes, Icon icon)
     QMessageBox box(ToBoxIcon(icon), Title(), text, QMessageBox::Yes | QMessageBox::No, Parent(m_parent));
     box.setDefaultButton(defaultYes ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
+    NameButton(box, QMessageBox::Yes, CapButtonYes);
+    NameButton(box, QMessageBox::No, CapButtonNo);
     return box.exec() == QMessageBox::Yes;
 }
 
 bool MessageBoxPrompt::AskOkCancel(const QString& text, Icon icon) {
     QMessageBox box(ToBoxIcon(icon), Title(), text, QMessageBox::Ok | QMessageBox::Cancel, Parent(m_parent));
     box.setDefaultButton(QMessageBox::Ok);
+    NameButton(box, QMessageBox::Cancel, CapButtonCancel);
     return box.exec() == QMessageBox::Ok;
 }
 

@@ -108,6 +108,9 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
     for (int i = 0; i < 6; ++i)
         btnTab1_HandleFileInput->addItem(QString());
     btnTab1_HandleFileInput->setCurrentIndex(-1);
+    // The closed box names its purpose: its caption arrives as the widget's title.
+    connect(btnTab1_HandleFileInput, &QWidget::windowTitleChanged, btnTab1_HandleFileInput,
+            &QComboBox::setPlaceholderText);
 
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(6, 6, 6, 6);
@@ -122,6 +125,19 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
     grid->addWidget(txtTab1_Searchstring_ArtistTitle[0], 2, 1);
     grid->addWidget(txtTab1_Searchstring_ArtistTitle[1], 2, 2);
     grid->setColumnStretch(3, 1);
+    // Tab order follows the reading of a scan: what to read, then which files, then lists.
+    const QList<QWidget*> order = {btnTab1_GetFiles,
+                                   chbTab1_SubFolders,
+                                   chbTab1_Attach,
+                                   btnTab1_UpdateData,
+                                   chbTab1_CheckCharacters,
+                                   txtTab1_Searchstring_ArtistTitle[0],
+                                   txtTab1_Searchstring_ArtistTitle[1],
+                                   chbTab1_UseChecklist,
+                                   btnTab1_HandleFileInput,
+                                   chbTab1_Act};
+    for (qsizetype i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
 
     // The one progress bar of the data list, with its cancel button, is shared with the
     // other commands of the list.
