@@ -54,13 +54,20 @@ void DataGridHeader::paintSection(QPainter* painter, const QRect& rect, int logi
         return;
     }
     // A coloured section is painted here: most styles draw the header from their own
-    // gradient and would hide the colour.
-    const QColor bg = ColorFromBgr(m_grid->Column(col).headerColor);
+    // gradient and would hide the colour. The colour marks the group of columns as a pale
+    // tint with a band of the full colour along the bottom edge, so that the header stays
+    // readable and does not look like a selection.
+    const QColor band = ColorFromBgr(m_grid->Column(col).headerColor);
+    const QColor base = palette().color(QPalette::Button);
+    const QColor bg =
+        QColor::fromRgbF(base.redF() * 0.78 + band.redF() * 0.22, base.greenF() * 0.78 + band.greenF() * 0.22,
+                         base.blueF() * 0.78 + band.blueF() * 0.22);
+    constexpr int kBand = 3;
     painter->save();
     painter->fillRect(rect, bg);
-    painter->setPen(bg.darker(150));
+    painter->fillRect(QRect(rect.left(), rect.bottom() - kBand + 1, rect.width(), kBand), band);
+    painter->setPen(palette().color(QPalette::Mid));
     painter->drawLine(rect.topRight(), rect.bottomRight());
-    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
     QRect textRect = rect.adjusted(4, 0, -4, 0);
     if (isSortIndicatorShown() && sortIndicatorSection() == logicalIndex) {
         QStyleOptionHeader opt;

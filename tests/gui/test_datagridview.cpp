@@ -343,12 +343,19 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&v));
         QHeaderView* h = v.table()->horizontalHeader();
         const QImage img = h->grab().toImage();
-        auto at = [&](int col) {
+        // The band along the bottom edge carries the full colour, the section a tint of it.
+        auto band = [&](int col) {
+            return img.pixelColor(h->sectionViewportPosition(col - 1) + 3, h->height() - 2);
+        };
+        auto body = [&](int col) {
             return img.pixelColor(h->sectionViewportPosition(col - 1) + 3, h->height() / 2 - 4);
         };
-        QCOMPARE(at(2), QColor(0, 0, 255));
-        QCOMPARE(at(3), QColor(255, 128, 0));
-        QVERIFY(at(1) != QColor(0, 0, 255) && at(1) != QColor(255, 128, 0));
+        QCOMPARE(band(2), QColor(0, 0, 255));
+        QCOMPARE(band(3), QColor(255, 128, 0));
+        QVERIFY(band(1) != QColor(0, 0, 255) && band(1) != QColor(255, 128, 0));
+        QVERIFY(body(2).blue() > body(2).red()); // a blue tint
+        QVERIFY(body(3).red() > body(3).blue()); // an orange tint
+        QVERIFY(body(2).lightness() > 150);      // pale enough for black text
         // the selected row is painted in the highlight colour
         g->SetSelected(2, true);
         QApplication::processEvents();
