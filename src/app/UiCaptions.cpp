@@ -8,14 +8,18 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
 #include <QHash>
 #include <QLabel>
+#include <QLibraryInfo>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPointer>
 #include <QTabWidget>
+#include <QTranslator>
 #include <QWidget>
 #include <vector>
 
@@ -102,9 +106,39 @@ void UnregisterCaptionRoot(QWidget* root) {
         r.end());
 }
 
+namespace {
+// Qt's own texts (file dialogs, standard buttons, context menus of text boxes) follow the
+// program's language: German loads Qt's German translation, every other language keeps
+// Qt's English.
+void FollowQtTranslation() {
+    static QTranslator* installed = nullptr;
+    static int loadedFor = 0;
+    const int language = LanguageColumn();
+    if (language == loadedFor)
+        return;
+    loadedFor = language;
+    if (installed) {
+        QCoreApplication::removeTranslator(installed);
+        delete installed;
+        installed = nullptr;
+    }
+    if (language != kLanguageGerman)
+        return;
+    auto* translator = new QTranslator;
+    if (translator->load(QLocale(QLocale::German), QStringLiteral("qtbase"), QStringLiteral("_"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(translator);
+        installed = translator;
+    } else {
+        delete translator;
+    }
+}
+} // namespace
+
 void SetCaptions() {
     if (State().SuppressEvents)
         return;
+    FollowQtTranslation();
     for (const auto& r : Roots())
         if (r)
             Walk(r);

@@ -13,7 +13,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
+#include <QLibraryInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -158,13 +160,19 @@ private slots:
                  CaptionTable().CellText(3, kLanguageEnglish));
         QVERIFY(CaptionTable().CellText(3, kLanguageEnglish) != CaptionTable().CellText(3, kLanguageGerman));
         QCOMPARE(CaptionTable().Column(1).caption, CaptionTable().CellText(1, kLanguageEnglish));
-        // A control whose row is not assigned yet speaks from its pending texts.
         QCOMPARE(Find<QLabel>(g.window.get(), "lblTab1_FTag")->text(), QStringLiteral("&Mark:"));
+        // Qt's own texts speak English now.
+        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Cancel"));
         // And back.
         combo->setCurrentIndex(0);
         QTest::mouseClick(Find<QPushButton>(g.window.get(), "btnPref_Lng"), Qt::LeftButton);
         QCOMPARE(Grids::LbxInput().Column(InCol::FileName).caption,
                  CaptionTable().CellText(3, kLanguageGerman));
+        // Qt's own texts (file dialogs, standard buttons) follow into German where Qt's
+        // translations are installed.
+        if (QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) +
+                          QStringLiteral("/qtbase_de.qm")))
+            QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
     }
 
     void toolTipsOnlyWhenSwitchedOn() {
