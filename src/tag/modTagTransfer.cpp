@@ -11,6 +11,9 @@
 #include "tag/modTagBatch.h"
 #include "tag/modTagUpdate.h"
 
+#include <array>
+#include <optional>
+
 namespace {
 
 const QString kNo = QStringLiteral("No"); // "leave the target's field alone"
@@ -99,44 +102,45 @@ void Put(TagEngine& e, TagField field, const QString& value) {
         e.SetField(field, value);
 }
 
+// Where the values go in the targets V1, V2, APE and Lyrics, and how each is saved. A value
+// with no field in a set (V1 genre, V2 comment, Lyrics year and track) is left out.
+struct TargetSet {
+    std::array<std::optional<TagField>, ValCount> fields; // in the order of Val
+    int (TagEngine::*save)(const QString&);
+};
+
+const TargetSet& FixedTarget(int target) {
+    using F = TagField;
+    static const std::array<TargetSet, 4> sets{{
+        {{std::nullopt, F::V1Year, F::V1Track, F::V1Artist, F::V1Title, F::V1Album, F::V1Comment},
+         &TagEngine::SaveV1},
+        {{F::V2Genre, F::V2Year, F::V2Track, F::V2Artist, F::V2Title, F::V2Album, std::nullopt},
+         &TagEngine::SaveV2},
+        {{F::ApeGenre, F::ApeYear, F::ApeTrack, F::ApeArtist, F::ApeTitle, F::ApeAlbum, F::ApeComment},
+         &TagEngine::SaveApe},
+        {{F::LyricsGenre, std::nullopt, std::nullopt, F::LyricsArtist, F::LyricsTitle, F::LyricsAlbum,
+          F::LyricsInfo},
+         &TagEngine::SaveLyrics},
+    }};
+    return sets[size_t(target)];
+}
+
 // Stages and saves the values in the target set; false when the save failed.
 bool WriteTarget(TagEngine& e, const QString& path, int target, int type,
                  const std::array<QString, ValCount>& v) {
-    using F = TagField;
     switch (target) {
     case 0:
-        Put(e, F::V1Year, v[Year]);
-        Put(e, F::V1Track, v[Track]);
-        Put(e, F::V1Artist, v[Artist]);
-        Put(e, F::V1Title, v[Title]);
-        Put(e, F::V1Album, v[Album]);
-        Put(e, F::V1Comment, v[Comment]);
-        return e.SaveV1(path) != 0;
     case 1:
-        Put(e, F::V2Genre, v[Genre]);
-        Put(e, F::V2Year, v[Year]);
-        Put(e, F::V2Track, v[Track]);
-        Put(e, F::V2Artist, v[Artist]);
-        Put(e, F::V2Title, v[Title]);
-        Put(e, F::V2Album, v[Album]);
-        return e.SaveV2(path) != 0;
     case 2:
-        Put(e, F::ApeGenre, v[Genre]);
-        Put(e, F::ApeYear, v[Year]);
-        Put(e, F::ApeTrack, v[Track]);
-        Put(e, F::ApeArtist, v[Artist]);
-        Put(e, F::ApeTitle, v[Title]);
-        Put(e, F::ApeAlbum, v[Album]);
-        Put(e, F::ApeComment, v[Comment]);
-        return e.SaveApe(path) != 0;
-    case 3:
-        EnsureV1ForLyrics(e, path);
-        Put(e, F::LyricsGenre, v[Genre]);
-        Put(e, F::LyricsArtist, v[Artist]);
-        Put(e, F::LyricsTitle, v[Title]);
-        Put(e, F::LyricsAlbum, v[Album]);
-        Put(e, F::LyricsInfo, v[Comment]);
-        return e.SaveLyrics(path) != 0;
+    case 3: {
+        if (target == 3)
+            EnsureV1ForLyrics(e, path);
+        const TargetSet& set = FixedTarget(target);
+        for (size_t i = 0; i < ValCount; ++i)
+            if (set.fields[i])
+                Put(e, *set.fields[i], v[i]);
+        return (e.*set.save)(path) != 0;
+    }
     case 4: {
         if (type != 4 && type != 6)
             return true; // no WMA target: nothing to write
