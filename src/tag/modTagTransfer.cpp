@@ -189,13 +189,11 @@ BatchResult TagToTag(TagBatch& batch, int index, const TagBoxes& boxes, bool str
     const int position = index % 4;
     const int target = position < source ? position : position + 1;
     BusyScope busy(batch.busy);
-    r.ran = true;
     TagEngine& e = *batch.engine;
-    ForEachBatchRow(
+    ForEachOpenedFile(
         batch,
-        [&](int row, const QString& path) {
-            const int t = e.OpenFile(path);
-            if (t == 0 || !SourcePresent(e, source, t))
+        [&](int row, const QString& path, int t) {
+            if (!SourcePresent(e, source, t))
                 return false;
             const auto values = ReadSource(e, source, t, boxes);
             bool ok = true;
@@ -207,9 +205,7 @@ BatchResult TagToTag(TagBatch& batch, int index, const TagBoxes& boxes, bool str
             return ok;
         },
         r);
-    if (!batch.noMsg)
-        prompt.Tell(Caption(CapTagsTransferred), Prompt::Icon::Information);
-    FinishFailures(batch, r);
+    FinishBatchNote(batch, r, CapTagsTransferred);
     return r;
 }
 
@@ -280,27 +276,19 @@ BatchResult FilenameToTag(TagBatch& batch, UpdateSet set, bool withTrack, NameTo
     BatchResult r;
     Prompt& prompt = *batch.prompt;
     DataGrid& list = *batch.lbxTag;
-    if (!ListNotEmpty(list, prompt) || !AtLeastRowsSelected(list, 1, prompt))
+    if (!SelectedRowsAndSetChosen(batch, set, CapNoTagChosenToUpdate, Prompt::Icon::Information))
         return r;
-    if (set == UpdateSet::None) {
-        prompt.Tell(Caption(CapNoTagChosenToUpdate), Prompt::Icon::Information);
-        return r;
-    }
     if (!prompt.AskYesNo(Caption(CapNameToTagQuestion)))
         return r;
     BusyScope busy(batch.busy);
-    r.ran = true;
     TagEngine& e = *batch.engine;
-    ForEachBatchRow(
+    ForEachOpenedFile(
         batch,
-        [&](int row, const QString& path) {
+        [&](int row, const QString& path, int t) {
             QString base, ext;
             SplitExt(list.CellText(row, TagCol::FileName), &base, &ext);
             NameParts p = SplitNameForTag(base);
             const QString track = withTrack ? PlainNumber(p.number) : QString();
-            const int t = e.OpenFile(path);
-            if (t == 0)
-                return false;
             using F = TagField;
             auto put = [&](F artist, F title, F trackField, bool withTrackField) {
                 e.SetField(artist, p.artist);
@@ -409,12 +397,8 @@ BatchResult TagToFilename(TagBatch& batch, UpdateSet set, const QString& formArt
     BatchResult r;
     Prompt& prompt = *batch.prompt;
     DataGrid& list = *batch.lbxTag;
-    if (!ListNotEmpty(list, prompt) || !AtLeastRowsSelected(list, 1, prompt))
+    if (!SelectedRowsAndSetChosen(batch, set, CapNoTagChosenToUpdate, Prompt::Icon::Information))
         return r;
-    if (set == UpdateSet::None) {
-        prompt.Tell(Caption(CapNoTagChosenToUpdate), Prompt::Icon::Information);
-        return r;
-    }
     if (formArtist.isEmpty() || formTitle.isEmpty()) {
         prompt.Tell(Caption(CapTagArtistTitleEmpty), Prompt::Icon::Information);
         return r;
@@ -422,13 +406,10 @@ BatchResult TagToFilename(TagBatch& batch, UpdateSet set, const QString& formArt
     if (!prompt.AskYesNo(Caption(CapTagToNameQuestion)))
         return r;
     BusyScope busy(batch.busy);
-    r.ran = true;
     TagEngine& e = *batch.engine;
-    ForEachBatchRow(
+    ForEachOpenedFile(
         batch,
-        [&](int row, const QString& path) {
-            if (e.OpenFile(path) == 0)
-                return false;
+        [&](int row, const QString& path, int) {
             QString artist, title, track;
             if (!ReadSetNameFields(e, set, &artist, &title, &track))
                 return false;
