@@ -84,6 +84,23 @@ bool IsXmlChar(QStringView s, qsizetype i) {
     return true;
 }
 
+// The references that XML and HTML share: "&", "<", ">" and, where asked, the double quote;
+// empty for any other character.
+QLatin1String MarkupReference(QChar ch, bool quote) {
+    switch (ch.unicode()) {
+    case u'&':
+        return QLatin1String("&amp;");
+    case u'<':
+        return QLatin1String("&lt;");
+    case u'>':
+        return QLatin1String("&gt;");
+    case u'"':
+        return quote ? QLatin1String("&quot;") : QLatin1String();
+    default:
+        return QLatin1String();
+    }
+}
+
 // Escapes for XML text and attribute values (CR and TAB kept as references, so that a
 // reader gets them back unchanged).
 void AppendXmlEscaped(QString& out, QStringView s, bool attribute) {
@@ -91,19 +108,11 @@ void AppendXmlEscaped(QString& out, QStringView s, bool attribute) {
         if (!IsXmlChar(s, i))
             continue;
         const QChar ch = s[i];
+        if (const QLatin1String ref = MarkupReference(ch, attribute); !ref.isEmpty()) {
+            out += ref;
+            continue;
+        }
         switch (ch.unicode()) {
-        case u'&':
-            out += QLatin1String("&amp;");
-            break;
-        case u'<':
-            out += QLatin1String("&lt;");
-            break;
-        case u'>':
-            out += QLatin1String("&gt;");
-            break;
-        case u'"':
-            out += attribute ? QLatin1String("&quot;") : QLatin1String("\"");
-            break;
         case u'\r':
             out += QLatin1String("&#13;");
             break;
@@ -123,19 +132,11 @@ void AppendXmlEscaped(QString& out, QStringView s, bool attribute) {
 void AppendHtmlEscaped(QString& out, QStringView s) {
     for (qsizetype i = 0; i < s.size(); ++i) {
         const QChar ch = s[i];
+        if (const QLatin1String ref = MarkupReference(ch, true); !ref.isEmpty()) {
+            out += ref;
+            continue;
+        }
         switch (ch.unicode()) {
-        case u'&':
-            out += QLatin1String("&amp;");
-            break;
-        case u'<':
-            out += QLatin1String("&lt;");
-            break;
-        case u'>':
-            out += QLatin1String("&gt;");
-            break;
-        case u'"':
-            out += QLatin1String("&quot;");
-            break;
         case u'\'':
             out += QLatin1String("&#39;");
             break;

@@ -5,6 +5,7 @@
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
 #include "list/Marks.h"
+#include "list/modList.h"
 #include "tag/TagEngine.h"
 
 bool PassesMarkFilter(const DataGrid& list, int row, const QString& filter) {
@@ -46,6 +47,18 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
     list.Refresh();
 }
 
+void ForEachOpenedFile(TagBatch& batch, const std::function<bool(int, const QString&, int)>& step,
+                       BatchResult& result) {
+    result.ran = true;
+    ForEachBatchRow(
+        batch,
+        [&](int row, const QString& path) {
+            const int type = batch.engine->OpenFile(path);
+            return type != 0 && step(row, path, type);
+        },
+        result);
+}
+
 int InputRowOf(TagBatch& batch, int tagRow) {
     if (!batch.lbxInput)
         return 0;
@@ -66,10 +79,31 @@ void CarryBackToInput(TagBatch& batch, int tagRow, const QString& path) {
     RefreshInputTagCells(*batch.lbxInput, r, *batch.engine);
 }
 
-void FinishBatchReport(TagBatch& batch, const BatchResult& result, int doneRow) {
+bool TagSetChosen(UpdateSet set, Prompt& prompt, int messageRow, Prompt::Icon icon) {
+    if (set != UpdateSet::None)
+        return true;
+    prompt.Tell(Caption(messageRow), icon);
+    return false;
+}
+
+bool SelectedRowsAndSetChosen(TagBatch& batch, UpdateSet set, int noSetRow, Prompt::Icon icon) {
+    Prompt& prompt = *batch.prompt;
+    return ListNotEmpty(*batch.lbxTag, prompt) && AtLeastRowsSelected(*batch.lbxTag, 1, prompt) &&
+           TagSetChosen(set, prompt, noSetRow, icon);
+}
+
+static void FinishWithMessage(TagBatch& batch, const BatchResult& result, const QString& text) {
     if (!batch.noMsg)
-        batch.prompt->Tell(Caption(doneRow) + QString::number(result.done), Prompt::Icon::Information);
+        batch.prompt->Tell(text, Prompt::Icon::Information);
     FinishFailures(batch, result);
+}
+
+void FinishBatchReport(TagBatch& batch, const BatchResult& result, int doneRow) {
+    FinishWithMessage(batch, result, Caption(doneRow) + QString::number(result.done));
+}
+
+void FinishBatchNote(TagBatch& batch, const BatchResult& result, int noteRow) {
+    FinishWithMessage(batch, result, Caption(noteRow));
 }
 
 void FinishFailures(TagBatch& batch, const BatchResult& result) {

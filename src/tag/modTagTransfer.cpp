@@ -11,6 +11,9 @@
 #include "tag/modTagBatch.h"
 #include "tag/modTagUpdate.h"
 
+#include <array>
+#include <optional>
+
 namespace {
 
 const QString kNo = QStringLiteral("No"); // "leave the target's field alone"
@@ -99,44 +102,45 @@ void Put(TagEngine& e, TagField field, const QString& value) {
         e.SetField(field, value);
 }
 
+// Where the values go in the targets V1, V2, APE and Lyrics, and how each is saved. A value
+// with no field in a set (V1 genre, V2 comment, Lyrics year and track) is left out.
+struct TargetSet {
+    std::array<std::optional<TagField>, ValCount> fields; // in the order of Val
+    int (TagEngine::*save)(const QString&);
+};
+
+const TargetSet& FixedTarget(int target) {
+    using F = TagField;
+    static const std::array<TargetSet, 4> sets{{
+        {{std::nullopt, F::V1Year, F::V1Track, F::V1Artist, F::V1Title, F::V1Album, F::V1Comment},
+         &TagEngine::SaveV1},
+        {{F::V2Genre, F::V2Year, F::V2Track, F::V2Artist, F::V2Title, F::V2Album, std::nullopt},
+         &TagEngine::SaveV2},
+        {{F::ApeGenre, F::ApeYear, F::ApeTrack, F::ApeArtist, F::ApeTitle, F::ApeAlbum, F::ApeComment},
+         &TagEngine::SaveApe},
+        {{F::LyricsGenre, std::nullopt, std::nullopt, F::LyricsArtist, F::LyricsTitle, F::LyricsAlbum,
+          F::LyricsInfo},
+         &TagEngine::SaveLyrics},
+    }};
+    return sets[size_t(target)];
+}
+
 // Stages and saves the values in the target set; false when the save failed.
 bool WriteTarget(TagEngine& e, const QString& path, int target, int type,
                  const std::array<QString, ValCount>& v) {
-    using F = TagField;
     switch (target) {
     case 0:
-        Put(e, F::V1Year, v[Year]);
-        Put(e, F::V1Track, v[Track]);
-        Put(e, F::V1Artist, v[Artist]);
-        Put(e, F::V1Title, v[Title]);
-        Put(e, F::V1Album, v[Album]);
-        Put(e, F::V1Comment, v[Comment]);
-        return e.SaveV1(path) != 0;
     case 1:
-        Put(e, F::V2Genre, v[Genre]);
-        Put(e, F::V2Year, v[Year]);
-        Put(e, F::V2Track, v[Track]);
-        Put(e, F::V2Artist, v[Artist]);
-        Put(e, F::V2Title, v[Title]);
-        Put(e, F::V2Album, v[Album]);
-        return e.SaveV2(path) != 0;
     case 2:
-        Put(e, F::ApeGenre, v[Genre]);
-        Put(e, F::ApeYear, v[Year]);
-        Put(e, F::ApeTrack, v[Track]);
-        Put(e, F::ApeArtist, v[Artist]);
-        Put(e, F::ApeTitle, v[Title]);
-        Put(e, F::ApeAlbum, v[Album]);
-        Put(e, F::ApeComment, v[Comment]);
-        return e.SaveApe(path) != 0;
-    case 3:
-        EnsureV1ForLyrics(e, path);
-        Put(e, F::LyricsGenre, v[Genre]);
-        Put(e, F::LyricsArtist, v[Artist]);
-        Put(e, F::LyricsTitle, v[Title]);
-        Put(e, F::LyricsAlbum, v[Album]);
-        Put(e, F::LyricsInfo, v[Comment]);
-        return e.SaveLyrics(path) != 0;
+    case 3: {
+        if (target == 3)
+            EnsureV1ForLyrics(e, path);
+        const TargetSet& set = FixedTarget(target);
+        for (size_t i = 0; i < ValCount; ++i)
+            if (set.fields[i])
+                Put(e, *set.fields[i], v[i]);
+        return (e.*set.save)(path) != 0;
+    }
     case 4: {
         if (type != 4 && type != 6)
             return true; // no WMA target: nothing to write
@@ -185,13 +189,11 @@ BatchResult TagToTag(TagBatch& batch, int index, const TagBoxes& boxes, bool str
     const int position = index % 4;
     const int target = position < source ? position : position + 1;
     BusyScope busy(batch.busy);
-    r.ran = true;
     TagEngine& e = *batch.engine;
-    ForEachBatchRow(
+    ForEachOpenedFile(
         batch,
-        [&](int row, const QString& path) {
-            const int t = e.OpenFile(path);
-            if (t == 0 || !SourcePresent(e, source, t))
+        [&](int row, const QString& path, int t) {
+            if (!SourcePresent(e, source, t))
                 return false;
             const auto values = ReadSource(e, source, t, boxes);
             bool ok = true;
@@ -203,9 +205,7 @@ BatchResult TagToTag(TagBatch& batch, int index, const TagBoxes& boxes, bool str
             return ok;
         },
         r);
-    if (!batch.noMsg)
-        prompt.Tell(Caption(CapTagsTransferred), Prompt::Icon::Information);
-    FinishFailures(batch, r);
+    FinishBatchNote(batch, r, CapTagsTransferred);
     return r;
 }
 
@@ -276,27 +276,19 @@ BatchResult FilenameToTag(TagBatch& batch, UpdateSet set, bool withTrack, NameTo
     BatchResult r;
     Prompt& prompt = *batch.prompt;
     DataGrid& list = *batch.lbxTag;
-    if (!ListNotEmpty(list, prompt) || !AtLeastRowsSelected(list, 1, prompt))
+    if (!SelectedRowsAndSetChosen(batch, set, CapNoTagChosenToUpdate, Prompt::Icon::Information))
         return r;
-    if (set == UpdateSet::None) {
-        prompt.Tell(Caption(CapNoTagChosenToUpdate), Prompt::Icon::Information);
-        return r;
-    }
     if (!prompt.AskYesNo(Caption(CapNameToTagQuestion)))
         return r;
     BusyScope busy(batch.busy);
-    r.ran = true;
     TagEngine& e = *batch.engine;
-    ForEachBatchRow(
+    ForEachOpenedFile(
         batch,
-        [&](int row, const QString& path) {
+        [&](int row, const QString& path, int t) {
             QString base, ext;
             SplitExt(list.CellText(row, TagCol::FileName), &base, &ext);
             NameParts p = SplitNameForTag(base);
             const QString track = withTrack ? PlainNumber(p.number) : QString();
-            const int t = e.OpenFile(path);
-            if (t == 0)
-                return false;
             using F = TagField;
             auto put = [&](F artist, F title, F trackField, bool withTrackField) {
                 e.SetField(artist, p.artist);
@@ -405,12 +397,8 @@ BatchResult TagToFilename(TagBatch& batch, UpdateSet set, const QString& formArt
     BatchResult r;
     Prompt& prompt = *batch.prompt;
     DataGrid& list = *batch.lbxTag;
-    if (!ListNotEmpty(list, prompt) || !AtLeastRowsSelected(list, 1, prompt))
+    if (!SelectedRowsAndSetChosen(batch, set, CapNoTagChosenToUpdate, Prompt::Icon::Information))
         return r;
-    if (set == UpdateSet::None) {
-        prompt.Tell(Caption(CapNoTagChosenToUpdate), Prompt::Icon::Information);
-        return r;
-    }
     if (formArtist.isEmpty() || formTitle.isEmpty()) {
         prompt.Tell(Caption(CapTagArtistTitleEmpty), Prompt::Icon::Information);
         return r;
@@ -418,13 +406,10 @@ BatchResult TagToFilename(TagBatch& batch, UpdateSet set, const QString& formArt
     if (!prompt.AskYesNo(Caption(CapTagToNameQuestion)))
         return r;
     BusyScope busy(batch.busy);
-    r.ran = true;
     TagEngine& e = *batch.engine;
-    ForEachBatchRow(
+    ForEachOpenedFile(
         batch,
-        [&](int row, const QString& path) {
-            if (e.OpenFile(path) == 0)
-                return false;
+        [&](int row, const QString& path, int) {
             QString artist, title, track;
             if (!ReadSetNameFields(e, set, &artist, &title, &track))
                 return false;

@@ -156,10 +156,8 @@ BatchResult UpdateTags(TagBatch& batch, UpdateSet set, const TagBoxes& boxes) {
     Prompt& prompt = *batch.prompt;
     if (!ListNotEmpty(list, prompt))
         return r;
-    if (set == UpdateSet::None) {
-        prompt.Tell(Caption(CapNoTagChosenToUpdate), Prompt::Icon::Information);
+    if (!TagSetChosen(set, prompt, CapNoTagChosenToUpdate, Prompt::Icon::Information))
         return r;
-    }
     BusyScope busy(batch.busy);
     if (!batch.noMsg) {
         const QString q = batch.markFilter.isEmpty() ? Caption(CapUpdateTagsQuestion)
@@ -196,25 +194,16 @@ BatchResult UpdateTags(TagBatch& batch, UpdateSet set, const TagBoxes& boxes) {
 
 BatchResult DeleteTags(TagBatch& batch, UpdateSet set) {
     BatchResult r;
-    DataGrid& list = *batch.lbxTag;
     Prompt& prompt = *batch.prompt;
-    if (!ListNotEmpty(list, prompt) || !AtLeastRowsSelected(list, 1, prompt))
+    if (!SelectedRowsAndSetChosen(batch, set, CapNoTagChosenToDelete, Prompt::Icon::Warning))
         return r;
-    if (set == UpdateSet::None) {
-        prompt.Tell(Caption(CapNoTagChosenToDelete), Prompt::Icon::Warning);
-        return r;
-    }
     if (!prompt.AskYesNo(Caption(CapDeleteTagsQuestion), false))
         return r;
     BusyScope busy(batch.busy);
-    r.ran = true;
     TagEngine& e = *batch.engine;
-    ForEachBatchRow(
+    ForEachOpenedFile(
         batch,
-        [&](int row, const QString& path) {
-            const int t = e.OpenFile(path);
-            if (t == 0)
-                return false;
+        [&](int row, const QString& path, int t) {
             bool ok = true;
             bool changed = false;
             auto strip = [&](bool has, int (TagEngine::*remove)(const QString&)) {
@@ -253,9 +242,7 @@ BatchResult DeleteTags(TagBatch& batch, UpdateSet set) {
             return ok;
         },
         r);
-    if (!batch.noMsg)
-        prompt.Tell(Caption(CapTagsDeleted), Prompt::Icon::Information);
-    FinishFailures(batch, r);
+    FinishBatchNote(batch, r, CapTagsDeleted);
     return r;
 }
 
