@@ -58,44 +58,6 @@ bool HasRemove(TagSet set) {
     return set != TagSet::Wma && set != TagSet::Flac;
 }
 
-int Save(TagEngine& e, TagSet set, const QString& path) {
-    switch (set) {
-    case TagSet::V1:
-        return e.SaveV1(path);
-    case TagSet::V2:
-        return e.SaveV2(path);
-    case TagSet::Ape:
-        return e.SaveApe(path);
-    case TagSet::Lyrics:
-        return e.SaveLyrics(path);
-    case TagSet::Wma:
-        return e.SaveWma(path);
-    case TagSet::Flac:
-        return e.SaveFlac(path);
-    case TagSet::Ogg:
-        return e.SaveOgg(path);
-    default:
-        return 0;
-    }
-}
-
-int Remove(TagEngine& e, TagSet set, const QString& path) {
-    switch (set) {
-    case TagSet::V1:
-        return e.RemoveV1(path);
-    case TagSet::V2:
-        return e.RemoveV2(path);
-    case TagSet::Ape:
-        return e.RemoveApe(path);
-    case TagSet::Lyrics:
-        return e.RemoveLyrics(path);
-    case TagSet::Ogg:
-        return e.RemoveOgg(path);
-    default:
-        return 0;
-    }
-}
-
 bool Has(const TagEngine& e, TagSet set) {
     switch (set) {
     case TagSet::V1:
@@ -169,7 +131,7 @@ private slots:
         QCOMPARE(e.OpenFile(path), type);
         StageAll(e, s);
         const QByteArray before = ReadAll(path);
-        const int saved = Save(e, s, path);
+        const int saved = e.Save(s, path);
         QCOMPARE(saved != 0, Writes(type, s));
         if (!saved) {
             QVERIFY(!e.LastError().isEmpty());
@@ -206,7 +168,7 @@ private slots:
                                    : s == TagSet::Flac   ? TagField::FlacArtist
                                                          : TagField::OggArtist;
             e.SetField(first, QString());
-            QVERIFY(Save(e, s, path));
+            QVERIFY(e.Save(s, path));
             QCOMPARE(e.OpenFile(path), type);
             QCOMPARE(e.Field(first), QString());
             QVERIFY(AudioUnchanged(path, fixture, type));
@@ -214,7 +176,7 @@ private slots:
         if (!HasRemove(s))
             return;
         const QByteArray beforeStrip = ReadAll(path);
-        const int stripped = Remove(e, s, path);
+        const int stripped = e.Remove(s, path);
         QCOMPARE(stripped != 0, Strips(type, s));
         QVERIFY(AudioUnchanged(path, fixture, type));
         QCOMPARE(e.OpenFile(path), type);
@@ -246,7 +208,7 @@ private slots:
         for (TagSet s : kAllSets)
             StageAll(e, s);
         for (TagSet s : kAllSets)
-            QCOMPARE(Save(e, s, path) != 0, Writes(type, s));
+            QCOMPARE(e.Save(s, path) != 0, Writes(type, s));
         QVERIFY(AudioUnchanged(path, fixture, type));
         for (TagSet s : kAllSets) {
             QCOMPARE(e.OpenFile(path), type);
@@ -259,7 +221,7 @@ private slots:
             }
             if (!Strips(type, s) || !HasRemove(s))
                 continue;
-            QVERIFY(Remove(e, s, path));
+            QVERIFY(e.Remove(s, path));
             QVERIFY(AudioUnchanged(path, fixture, type));
             QCOMPARE(e.OpenFile(path), type);
             // The sets not yet stripped are all still there.

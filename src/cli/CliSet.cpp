@@ -35,40 +35,13 @@ void SetOwnFrame(TagEngine& e, const QString& name, const QString& prefix, const
     e.SetUserFrame(index, name, prefix + value);
 }
 
-int SaveSet(TagEngine& e, TagSet set, const QString& path) {
-    switch (set) {
-    case TagSet::V1:
-        return e.SaveV1(path);
-    case TagSet::V2:
-        return e.SaveV2(path);
-    case TagSet::Ape:
-        return e.SaveApe(path);
-    case TagSet::Lyrics:
-        return e.SaveLyrics(path);
-    case TagSet::Wma:
-        return e.SaveWma(path);
-    case TagSet::Flac:
-        return e.SaveFlac(path);
-    case TagSet::Ogg:
-        return e.SaveOgg(path);
-    default:
-        return 0;
-    }
-}
-
 int RemoveSet(TagEngine& e, const QString& name, const QString& path, bool* known) {
-    *known = true;
-    const QString n = name.toLower();
-    if (n == QLatin1String("v1"))
-        return e.RemoveV1(path);
-    if (n == QLatin1String("v2"))
-        return e.RemoveV2(path);
-    if (n == QLatin1String("ape"))
-        return e.RemoveApe(path);
-    if (n == QLatin1String("lyrics"))
-        return e.RemoveLyrics(path);
-    if (n == QLatin1String("ogg"))
-        return e.RemoveOgg(path);
+    for (TagSet set : {TagSet::V1, TagSet::V2, TagSet::Ape, TagSet::Lyrics, TagSet::Ogg}) {
+        if (name.compare(TagSetName(set), Qt::CaseInsensitive) == 0) {
+            *known = true;
+            return e.Remove(set, path);
+        }
+    }
     *known = false;
     return 0;
 }
@@ -178,7 +151,7 @@ int RunSet(const QStringList& args) {
     }
     for (int s : touched) {
         const auto set = static_cast<TagSet>(s);
-        if (!SaveSet(e, set, path)) {
+        if (!e.Save(set, path)) {
             Err(QStringLiteral("quillotune-cli set: %1 not saved: %2").arg(TagSetName(set), e.LastError()));
             return 1;
         }

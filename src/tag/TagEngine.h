@@ -319,6 +319,11 @@ public:
     int RemoveLyrics(const QString& path);
     int RemoveOgg(const QString& path);
 
+    // The same by set, for callers that loop over the sets: Save(set) is the Save... of
+    // that set, Remove(set) its Remove... (0 for Wma and Flac, which are never stripped).
+    int Save(TagSet set, const QString& path);
+    int Remove(TagSet set, const QString& path);
+
 private:
     std::unique_ptr<qlt_tag::EngineData> d;
 };

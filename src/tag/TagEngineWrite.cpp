@@ -495,3 +495,45 @@ int TagEngine::SaveOgg(const QString& path) {
 int TagEngine::RemoveOgg(const QString& path) {
     return SaveXiphSet(*d, path, TagSet::Ogg, true);
 }
+
+int TagEngine::Save(TagSet set, const QString& path) {
+    switch (set) {
+    case TagSet::V1:
+        return SaveV1(path);
+    case TagSet::V2:
+        return SaveV2(path);
+    case TagSet::Ape:
+        return SaveApe(path);
+    case TagSet::Lyrics:
+        return SaveLyrics(path);
+    case TagSet::Wma:
+        return SaveWma(path);
+    case TagSet::Flac:
+        return SaveFlac(path);
+    case TagSet::Ogg:
+        return SaveOgg(path);
+    case TagSet::None:
+        break;
+    }
+    return 0;
+}
+
+int TagEngine::Remove(TagSet set, const QString& path) {
+    switch (set) {
+    case TagSet::V1:
+        return RemoveV1(path);
+    case TagSet::V2:
+        return RemoveV2(path);
+    case TagSet::Ape:
+        return RemoveApe(path);
+    case TagSet::Lyrics:
+        return RemoveLyrics(path);
+    case TagSet::Ogg:
+        return RemoveOgg(path);
+    case TagSet::Wma:
+    case TagSet::Flac:
+    case TagSet::None:
+        break;
+    }
+    return 0;
+}
