@@ -1,6 +1,7 @@
 // The folder scan against its practical limit: a plain TagLib read loop over the same
 // files. Then save and load of the resulting data list. Usage:
 //   bench_scan [COUNT...]      (default 10000; the trees go to /tmp/qlt_corpus_COUNT)
+#include "bench_clock.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
 #include "list/modList.h"
@@ -20,30 +21,9 @@
 
 namespace {
 
-// The fixtures of the tests: QLT_FIXTURE_DIR, else tests/fixtures of the source tree
-// above the build folder.
-QString FixtureDir() {
-    const QString env = qEnvironmentVariable("QLT_FIXTURE_DIR");
-    if (!env.isEmpty())
-        return env;
-    QDir d(QCoreApplication::applicationDirPath());
-    for (int up = 0; up < 4; ++up, d.cdUp()) {
-        if (QFile::exists(d.filePath(QStringLiteral("tests/fixtures/tone.mp3"))))
-            return d.filePath(QStringLiteral("tests/fixtures"));
-    }
-    return QString();
-}
-
-// CPU time of this process: other programs on the machine do not count in it.
-double Cpu() {
-    timespec ts{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &ts);
-    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
-}
-
-double Seconds(const QElapsedTimer& t) {
-    return double(t.nsecsElapsed()) / 1e9;
-}
+using bench::Cpu;
+using bench::FixtureDir;
+using bench::Seconds;
 
 // What any tag reader must at least do: walk, open each file, read its tag and audio data.
 double PlainTagLibLoop(const QString& root, int& files) {

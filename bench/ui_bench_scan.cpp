@@ -7,6 +7,7 @@
 #include "app/InputDataPage.h"
 #include "app/ListProgressBar.h"
 #include "app/ScanPanel.h"
+#include "bench_clock.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
 #include "core/Settings.h"
@@ -25,28 +26,9 @@
 
 namespace {
 
-QString FixtureDir() {
-    const QString env = qEnvironmentVariable("QLT_FIXTURE_DIR");
-    if (!env.isEmpty())
-        return env;
-    QDir d(QCoreApplication::applicationDirPath());
-    for (int up = 0; up < 4; ++up, d.cdUp()) {
-        if (QFile::exists(d.filePath(QStringLiteral("tests/fixtures/tone.mp3"))))
-            return d.filePath(QStringLiteral("tests/fixtures"));
-    }
-    return QString();
-}
-
-// CPU time of this process: other programs on the machine do not count in it.
-double Cpu() {
-    timespec ts{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &ts);
-    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
-}
-
-double Seconds(const QElapsedTimer& t) {
-    return double(t.nsecsElapsed()) / 1e9;
-}
+using bench::Cpu;
+using bench::FixtureDir;
+using bench::Seconds;
 
 } // namespace
 

@@ -1,0 +1,38 @@
+#pragma once
+// Small helpers shared by the scan benchmarks: where the fixtures lie, and the clocks.
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QString>
+#include <ctime>
+
+namespace bench {
+
+// The fixtures of the tests: QLT_FIXTURE_DIR, else tests/fixtures of the source tree
+// above the build folder.
+inline QString FixtureDir() {
+    const QString env = qEnvironmentVariable("QLT_FIXTURE_DIR");
+    if (!env.isEmpty())
+        return env;
+    QDir d(QCoreApplication::applicationDirPath());
+    for (int up = 0; up < 4; ++up, d.cdUp()) {
+        if (QFile::exists(d.filePath(QStringLiteral("tests/fixtures/tone.mp3"))))
+            return d.filePath(QStringLiteral("tests/fixtures"));
+    }
+    return QString();
+}
+
+// CPU time of this process: other programs on the machine do not count in it.
+inline double Cpu() {
+    timespec ts{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &ts);
+    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
+}
+
+inline double Seconds(const QElapsedTimer& t) {
+    return double(t.nsecsElapsed()) / 1e9;
+}
+
+} // namespace bench
