@@ -186,6 +186,18 @@ private slots:
         QCOMPARE(prompt.LastText(), Caption(CapPlaylistSkipped) + "1");
     }
 
+    void saveM3u8AsM3u() {
+        Row("/x", "a.mp3", "3");
+        Row("/x", "b", "4");
+        playlist.SelectAll();
+        PlaylistEnv env = Env();
+        env.noMsg = true;
+        env.chooseSavePath = [&](const QString&) { return root + "/list.M3U8"; };
+        QVERIFY(SavePlaylist(env).saved);
+        QCOMPARE(Read(root + "/list.M3U8"),
+                 QByteArray("#EXTM3U\r\n#EXTINF:3,a\r\n/x/a.mp3\r\n#EXTINF:4,a\r\n/x/b\r\n"));
+    }
+
     void saveCancelled() {
         Row("/x", "a.mp3", "1");
         Row("/x", "b.mp3", "1");

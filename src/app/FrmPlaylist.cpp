@@ -320,6 +320,7 @@ void FrmPlaylist::ApplySettings() {
     findChild<QCheckBox*>(QStringLiteral("chbPlaylist_TimeSize"))
         ->setChecked(SettingOn(Ini::PlaylistTimeSize, Ini::Col2));
     State().SuppressEvents = quiet;
+    SetGridHeaders(); // the caption table is loaded by now
     refreshSums();
 }
 
@@ -502,8 +503,7 @@ void FrmPlaylist::connectCommands() {
     connect(m_playlist, &DataGrid::selectionChanged, this, [this] { refreshSums(); });
     connect(m_playlist, &DataGrid::rowsReset, this, [this] { refreshSums(); });
     connect(m_playlistView, &DataGridView::rowDoubleClicked, this, [this](int row) {
-        const QPoint at = m_playlistView->table()->viewport()->mapFromGlobal(QCursor::pos());
-        const int col = m_playlistView->table()->columnAt(at.x()) + 1;
+        const int col = m_playlistView->table()->currentIndex().column() + 1; // the cell clicked
         if (col == PlCol::FTag) {
             m_fTag->setText(m_playlist->CellText(row, PlCol::FTag));
             return;
@@ -523,8 +523,7 @@ void FrmPlaylist::connectCommands() {
     connect(m_filesView, &DataGridView::rowDoubleClicked, this, [this](int row) {
         const bool direct = findChild<QCheckBox*>(QStringLiteral("chbPlaylist_DirectEdit"))->isChecked();
         if (direct) {
-            const QPoint at = m_filesView->table()->viewport()->mapFromGlobal(QCursor::pos());
-            if (m_filesView->table()->columnAt(at.x()) + 1 == M3uCol::FName)
+            if (m_filesView->table()->currentIndex().column() + 1 == M3uCol::FName)
                 startRename(row);
             return;
         }
