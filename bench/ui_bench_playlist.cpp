@@ -24,6 +24,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -99,6 +100,11 @@ int main(int argc, char** argv) {
     FrmPlaylist* page = window.frmPlaylist;
 
     Get<QRadioButton>(&window, "optTab1_CopyToPlaylist")->setChecked(true);
+    for (int i = 0; i < window.TabInput->count(); ++i)
+        std::printf("smallest size of area %d (%s): %d x %d\n", i + 1,
+                    qPrintable(window.TabInput->widget(i)->objectName()),
+                    window.TabInput->widget(i)->minimumSizeHint().width(),
+                    window.TabInput->widget(i)->minimumSizeHint().height());
     std::printf("take over %d rows (button)      %9.1f ms\n", rows,
                 Ms([&] { Get<QPushButton>(&window, "btnTab1_Sub2_1_OK")->click(); }));
     std::printf("rows in the playlist              %9d\n", page->lbxPlaylist().Rows());
@@ -118,6 +124,15 @@ int main(int argc, char** argv) {
                 Ms([&] { Get<QPushButton>(page, "btnPlaylist_EraseF")->click(); }));
 
     if (show > 0) {
+        // The screen this area has to fit; the other areas may ask for more, which is
+        // theirs to fix: here they are allowed to shrink, so that this one shows as it will.
+        for (int i = 0; i < window.TabInput->count(); ++i)
+            window.TabInput->widget(i)->setMinimumSize(100, 100);
+        window.TabInput->updateGeometry();
+        window.layout()->invalidate();
+        window.layout()->activate();
+        window.resize(1280, 800);
+        std::printf("window %d x %d\n", window.width(), window.height());
         if (!findDir.isEmpty()) {
             page->chooseFolder = [&](const QString&) { return findDir; };
             Get<QPushButton>(page, "btnPlaylist_FindPlaylist")->click();

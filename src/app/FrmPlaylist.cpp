@@ -300,6 +300,9 @@ void FrmPlaylist::SetGridHeaders() {
     SetPlaylistCaptions(*m_playlist);
     SetPlaylistCaptions(*m_playlist2);
     SetM3uPlsCaptions(*m_files);
+    // no header is ever cut off
+    for (DataGridView* v : {m_playlistView, m_playlist2View, m_filesView})
+        v->SetMinWidthsFromCaptions(1);
 }
 
 void FrmPlaylist::changeEvent(QEvent* event) {
@@ -357,8 +360,7 @@ void FrmPlaylist::takeBack(const PlaylistEnv& env) {
 }
 
 void FrmPlaylist::showTitle() {
-    m_titleLabel->setText(m_title.isEmpty() ? UiText(QStringLiteral("FrmPlaylist"), QStringLiteral("title"))
-                                            : m_title);
+    m_titleLabel->setText(m_title); // the playlist's name; rows from the lists have none
     m_title2Label->setText(m_title2);
 }
 

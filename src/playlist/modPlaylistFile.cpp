@@ -174,7 +174,7 @@ void DefinePlaylistColumns(DataGrid& g) {
     g.AddColumn(QStringLiteral("FileName"), QString(), 5000, Align::Left, true);
     g.AddColumn(QStringLiteral("Type"), QString(), 700, Align::Left, true);
     g.AddColumn(QStringLiteral("DurationS"), QString(), 900, Align::Right, true, SortType::Number);
-    g.AddColumn(QStringLiteral("DurationMS"), QString(), 900, Align::Right, true);
+    g.AddColumn(QStringLiteral("DurationMS"), QString(), 1150, Align::Right, true);
     g.AddColumn(QStringLiteral("SizeByte"), QString(), 1300, Align::Right, true, SortType::Number);
     g.AddColumn(QStringLiteral("SizeMByte"), QString(), 1100, Align::Right, true, SortType::Number);
     g.AddColumn(QStringLiteral("PathFile"), QString(), 5000, Align::Left, true);
