@@ -528,6 +528,52 @@ private slots:
                  (QStringList{"mpv", "/x.m3u"}));
     }
 
+    void desktopShellChooser() {
+        // the applications of the XDG data folders, and the chosen one started for the file
+        const QString home = root + "/xdg";
+        QDir().mkpath(home + "/applications");
+        auto entry = [&](const QString& file, const QByteArray& text) {
+            QFile f(home + "/applications/" + file);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(text);
+        };
+        entry("aplayer.desktop", "[Desktop Entry]\nType=Application\nName=A Player\nName[de]=Ein Spieler\n"
+                                 "Exec=true --play %F\n");
+        entry("hidden.desktop",
+              "[Desktop Entry]\nType=Application\nName=Hidden\nNoDisplay=true\nExec=true %f\n");
+        entry("nofile.desktop", "[Desktop Entry]\nType=Application\nName=No file\nExec=true\n");
+        const QByteArray old = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", home.toUtf8());
+        const std::vector<DesktopApplication> apps = InstalledApplications();
+        int mine = -1;
+        for (size_t i = 0; i < apps.size(); ++i) {
+            QVERIFY(apps[i].name != QLatin1String("Hidden"));
+            QVERIFY(apps[i].name != QLatin1String("No file"));
+            if (apps[i].fileName == home + "/applications/aplayer.desktop")
+                mine = int(i);
+        }
+        QVERIFY(mine >= 0);
+        DesktopShell desktop;
+        QCOMPARE(desktop.Open(root + "/no/such/file.m3u"), Shell::kFileNotFound);
+        QVERIFY(!desktop.OpenWith(root + "/x.m3u")); // no chooser: nothing is started
+        QString offered;
+        desktop.chooseApplication = [&](const QString& path, const std::vector<DesktopApplication>& list) {
+            offered = path;
+            for (size_t i = 0; i < list.size(); ++i)
+                if (list[i].fileName.endsWith(QLatin1String("/aplayer.desktop")))
+                    return int(i);
+            return -1;
+        };
+        QVERIFY(desktop.OpenWith(root + "/x.m3u")); // starts "true --play <path>"
+        QCOMPARE(offered, root + "/x.m3u");
+        desktop.chooseApplication = [](const QString&, const std::vector<DesktopApplication>&) { return -1; };
+        QVERIFY(!desktop.OpenWith(root + "/x.m3u"));
+        if (old.isEmpty())
+            qunsetenv("XDG_DATA_HOME");
+        else
+            qputenv("XDG_DATA_HOME", old);
+    }
+
     // ---- rows from the data list and the tag list -------------------------------------
     void copyRowsFromDataList() {
         DataGrid input;

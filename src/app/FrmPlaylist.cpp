@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QDesktopServices>
 #include <QEvent>
 #include <QFileDialog>
 #include <QGridLayout>
@@ -35,6 +36,7 @@
 #include <QSplitter>
 #include <QTableView>
 #include <QTimer>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace {
@@ -93,6 +95,11 @@ FrmPlaylist::FrmPlaylist(QWidget* parent, Prompt* prompt)
             return QString();
         return d.selectedFiles().constFirst();
     };
+    // The desktop's default program through the toolkit's desktop services.
+    if (!TheDesktopShell().launch)
+        TheDesktopShell().launch = [](const QString& path) {
+            return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+        };
     // Where the desktop has no program for a file: a list of the installed applications.
     if (!TheDesktopShell().chooseApplication)
         TheDesktopShell().chooseApplication = [](const QString& path,

@@ -57,8 +57,8 @@ QStringList ExecCommandFor(const QString& exec, const QString& path);
 
 class DesktopShell : public Shell {
 public:
-    // Opens with "xdg-open" when "xdg-mime" names a default program for the file's type;
-    // kNoAssociation when it names none.
+    // kNoAssociation when "xdg-mime" names no default program for the file's type (or
+    // is not installed); else hands the file to `launch`.
     int Open(const QString& path) override;
     // Asks `chooseApplication` (the window program sets it: a list of the installed
     // applications) and starts the chosen one; without a chooser nothing is started.
@@ -66,6 +66,12 @@ public:
 
     // Returns the index into `apps` of the chosen application, or -1.
     std::function<int(const QString& path, const std::vector<DesktopApplication>& apps)> chooseApplication;
+    // Starts the default program for a file; "xdg-open" unless the window program
+    // gives the desktop services of its toolkit.
+    std::function<bool(const QString& path)> launch;
+
+    // True when the desktop names a default program for the type of `path`.
+    static bool HasDefaultHandler(const QString& path);
 };
 
 DesktopShell& TheDesktopShell();
