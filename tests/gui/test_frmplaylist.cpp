@@ -209,6 +209,19 @@ private slots:
         QVERIFY(shell.seen.back().startsWith(
             "#EXTM3U\r\n#EXTINF:180,Abba - Waterloo.mp3\r\n/m/a/Abba - Waterloo.mp3\r\n"));
 
+        // the keys of the list: Ctrl+A highlights all, Ctrl+I inverts, Ctrl+Shift+U moves up
+        QTest::keyClick(view->table(), Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(list.SelCount(), 3);
+        QTest::keyClick(view->table(), Qt::Key_I, Qt::ControlModifier);
+        QCOMPARE(list.SelCount(), 0);
+        ClickRow(view, 3);
+        QTest::keyClick(view->table(), Qt::Key_U, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(list.CellText(2, PlCol::FTag), QStringLiteral("Party"));
+        QTest::keyClick(view->table(), Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(list.CellText(3, PlCol::FTag), QStringLiteral("Party"));
+        QTest::keyClick(view->table(), Qt::Key_1, Qt::ControlModifier);
+        QCOMPARE(mark->text(), Setting(2, Ini::SignCol));
+
         // remove the highlighted row (quiet), then export the unmarked rows
         ClickRow(view, 2);
         Click(p, "btnPlaylist_DeleteEntries");
@@ -290,6 +303,17 @@ private slots:
         ClickRow(files, 1);
         Click(p, "btnPlaylist_PlayPlaylist");
         QCOMPARE(shell.opened.last(), root + "/" + p->lbxM3UPLS().CellText(1, 1));
+
+        // with "open with a click" one click opens, without the replace question
+        Click(p, "chbPlaylist_DirectEdit"); // off again
+        Click(p, "chbPlaylist_OpenPlaylistWithClick");
+        const std::size_t asked = g.prompt.shown.size();
+        const int row = p->lbxM3UPLS().FindRow(QStringLiteral("two.m3u8"), 1);
+        QVERIFY(row > 0);
+        ClickRow(files, row);
+        QCOMPARE(list.Rows(), 1);
+        QCOMPARE(list.CellText(1, PlCol::FileName), QStringLiteral("z.mp3"));
+        QCOMPARE(g.prompt.shown.size(), asked);
     }
 
     void shuffleAndRepair() {
