@@ -22,6 +22,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
+#include <QRandomGenerator>
 #include <QtTest>
 
 class TestPlaylistEditor : public QObject {
@@ -572,6 +573,21 @@ private slots:
             qunsetenv("XDG_DATA_HOME");
         else
             qputenv("XDG_DATA_HOME", old);
+    }
+
+    void fuzzExecLine() {
+        QRandomGenerator rng(77);
+        const QString pieces = QStringLiteral("%fFuUic\"\\ a=-/%%");
+        for (int i = 0; i < 3000; ++i) {
+            QString exec;
+            const int n = int(rng.bounded(24));
+            for (int k = 0; k < n; ++k)
+                exec += pieces.at(int(rng.bounded(int(pieces.size()))));
+            const QStringList cmd = ExecCommandFor(exec, QStringLiteral("/p q.m3u"));
+            // the file is always handed over, as a path or as a URL
+            QVERIFY(cmd.contains(QStringLiteral("/p q.m3u")) ||
+                    cmd.contains(QStringLiteral("file:///p q.m3u")));
+        }
     }
 
     // ---- rows from the data list and the tag list -------------------------------------

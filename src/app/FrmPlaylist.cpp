@@ -73,6 +73,11 @@ FrmPlaylist::FrmPlaylist(QWidget* parent, Prompt* prompt)
         d.setAcceptMode(QFileDialog::AcceptSave);
         d.setNameFilters(PlaylistFilters().split(QStringLiteral(";;")));
         d.setDefaultSuffix(QStringLiteral("m3u"));
+        // a name typed without an ending takes the one of the chosen format
+        connect(&d, &QFileDialog::filterSelected, &d, [&d](const QString& filter) {
+            d.setDefaultSuffix(filter.contains(QLatin1String("*.pls")) ? QStringLiteral("pls")
+                                                                       : QStringLiteral("m3u"));
+        });
         if (d.exec() != QDialog::Accepted || d.selectedFiles().isEmpty())
             return QString();
         return d.selectedFiles().constFirst();
