@@ -5,6 +5,7 @@
 
 #include "InstalledCaptions.h"
 #include "ProgramFolder.h"
+#include "core/AppPaths.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -23,6 +24,7 @@
 #include <QFile>
 #include <QLocale>
 #include <QRandomGenerator>
+#include <QTemporaryDir>
 #include <QtTest>
 
 class TestPlaylistEditor : public QObject {
@@ -509,6 +511,23 @@ private slots:
         ref.SelectAll();
         QCOMPARE(PlayHighlightedRows(ref, true, false, true, env), 1);
         QCOMPARE(shell.seen.back(), QByteArray("#EXTM3U\r\n#EXTINF:/r,x\r\n/r/x.mp3\r\n"));
+    }
+
+    void tempFileThatCannotBeWritten() {
+        // "temp" is a file here: the temporary playlist can't be made, and the user is told
+        QTemporaryDir other;
+        QFile blocker(other.filePath("temp"));
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        SetAppPath(other.path());
+        Row("/abs", "a.mp3", "1");
+        PlayEnv env(prompt);
+        env.waitSeconds = 0;
+        QCOMPARE(PlayRowsOfPlaylist(playlist, env), 0);
+        QVERIFY(shell.opened.isEmpty());
+        QCOMPARE(prompt.shown.back().icon, Prompt::Icon::Critical);
+        QVERIFY(prompt.LastText().startsWith(Caption(CapPlaylistWriteFailed)));
+        SetAppPath(program.path());
     }
 
     void waitSecondsHonoursAbort() {

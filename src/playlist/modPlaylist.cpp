@@ -19,6 +19,7 @@
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QHash>
 #include <QLocale>
 #include <QRandomGenerator>
 #include <vector>
@@ -654,16 +655,17 @@ int CopyTagRowsToPlaylist(PlaylistEnv& env, const DataGrid& tagList, const DataG
     DefinePlaylistColumns(env.playlist);
     PrepareTakeOver(env);
     const QString found = Caption(CapStatusFound);
+    // the data list row each tag row came from gives length and size
+    QHash<QString, int> rowOfKey;
+    rowOfKey.reserve(input.Rows());
+    for (int r = input.Rows(); r >= 1; --r)
+        rowOfKey.insert(input.RowKey(r), r); // the first row of a key wins
     int taken = 0;
     for (int row : tagList.SelectedRows()) {
         if (!tagMark.isEmpty() && tagList.CellView(row, TagCol::FTag) != tagMark)
             continue;
         const QString key = tagList.CellText(row, TagCol::KeyInput);
-        // the data list row the tag row came from gives length and size
-        int src = 0;
-        for (int r = 1; r <= input.Rows() && !src; ++r)
-            if (input.RowKey(r) == key)
-                src = r;
+        const int src = rowOfKey.value(key, 0);
         auto from = [&](int col) { return src ? input.CellText(src, col) : QString(); };
         QString sizeByte = from(InCol::SizeByte), sizeMByte = from(InCol::SizeMByte);
         qint64 bytes = 0;
