@@ -4,14 +4,17 @@
 #include "app/FrmShowColumn.h"
 #include "app/InputDataPage.h"
 #include "app/InputListEnv.h"
+#include "app/MessageBoxPrompt.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
+#include "core/Captions.h"
 #include "core/ControlCaptions.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
 #include "list/InputColumns.h"
 #include "list/modFilter.h"
 #include "list/modFind.h"
+#include "playlist/modPlaylistPlay.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -138,7 +141,10 @@ FindFilterPanel::FindFilterPanel(InputDataPage* page, ListProgress* progress, QW
     filter->addWidget(btnTab1_FilterMarkChoosen, 3, 3, 1, 2, Qt::AlignRight);
     filter->setColumnStretch(1, 1);
     filter->setColumnStretch(3, 1);
-    filter->setRowStretch(4, 1);
+    btnTab1_PlaySelection = new QPushButton(grpFilter);
+    btnTab1_PlaySelection->setObjectName(QStringLiteral("btnTab1_PlaySelection"));
+    filter->addWidget(btnTab1_PlaySelection, 4, 3, 1, 2, Qt::AlignRight);
+    filter->setRowStretch(5, 1);
     outer->addWidget(grpFilter, 4);
 
     // The visible columns: opened from the find, where a column is chosen too.
@@ -154,6 +160,8 @@ FindFilterPanel::FindFilterPanel(InputDataPage* page, ListProgress* progress, QW
             &FindFilterPanel::btnTab1_M_Find_Click);
     connect(btnTab1_FilterMarkChoosen, &QPushButton::clicked, this,
             &FindFilterPanel::btnTab1_FilterMarkChoosen_Click);
+    connect(btnTab1_PlaySelection, &QPushButton::clicked, this,
+            &FindFilterPanel::btnTab1_PlaySelection_Click);
     for (int i = 0; i < 4; ++i)
         connect(cmbTab1_Filter[i], &QComboBox::activated, this, [this, i] { cmbTab1_Filter_Change(i); });
     connect(btnTab1_ShowColumns, &QPushButton::clicked, this, [this] {
@@ -303,4 +311,20 @@ void FindFilterPanel::btnTab1_FilterMarkChoosen_Click() {
     }
     if (r.ran)
         m_page->LbxInput->table()->setFocus();
+}
+
+void FindFilterPanel::btnTab1_PlaySelection_Click() {
+    // The album file of the two filter values (column and value), through the default handler.
+    DataGrid& list = Grids::LbxInput();
+    const ListEnv env = InputListEnv(m_page, m_progress);
+    if (!env.ListNotEmpty(list))
+        return;
+    const int column = ColumnOfFilterIndex(cmbTab1_Filter[0]->currentIndex());
+    if (column < 1 || cmbTab1_Filter[1]->currentText().isEmpty()) {
+        AppPrompt().Tell(Caption(CapNothingChosen), Prompt::Icon::Information);
+        return;
+    }
+    PlayEnv play(AppPrompt());
+    play.noMsg = NoMsg();
+    PlayAlbum(list, column, cmbTab1_Filter[1]->currentText(), play);
 }

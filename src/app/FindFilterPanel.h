@@ -31,12 +31,14 @@ public:
     QCheckBox* chbTab1_AddFilter;
     QPushButton* btnTab1_FilterMarkChoosen;
     QPushButton* btnTab1_ShowColumns;
+    QPushButton* btnTab1_PlaySelection; // the rows of the filter's column and value to the player
 
     FrmShowColumn* ShowColumnWindow(); // created at first use
 
 public slots:
     void btnTab1_M_Find_Click();
     void btnTab1_FilterMarkChoosen_Click();
+    void btnTab1_PlaySelection_Click();
     void cmbTab1_Filter_Change(int index);
     // The value lists of rating and mood from the rows of the list; the scan and the
     // load of a list call it when they have filled the list.

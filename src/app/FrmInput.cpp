@@ -30,6 +30,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QLineEdit>
 #include <QPushButton>
@@ -94,6 +95,19 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
         if (frmTag->LoadTagList(type, pageData->txtTab1_FTag->text()))
             TabInput->setCurrentWidget(frmTag);
     });
+    // "Copy to the playlist" from the data list and from the tag list.
+    connect(listsPanel, &ListsPanel::copyToPlaylistRequested, frmPlaylist, [this] {
+        if (frmPlaylist->TakeOverFromDataList(Grids::LbxInput(), pageData->txtTab1_FTag->text(),
+                                              pageData->chbTab1_NoMsg->isChecked()) >= 0)
+            TabInput->setCurrentWidget(frmPlaylist);
+    });
+    frmTag->copyToPlaylist = [this] {
+        auto* mark = frmTag->findChild<QLineEdit*>(QStringLiteral("txtTab2_FTag"));
+        if (frmPlaylist->TakeOverFromTagList(frmTag->lbxTag(), Grids::LbxInput(),
+                                             mark ? mark->text() : QString(),
+                                             pageData->chbTab1_NoMsg->isChecked()) >= 0)
+            TabInput->setCurrentWidget(frmPlaylist);
+    };
     connect(frmPreferences, &FrmPreferences::languageChanged, this, &FrmInput::LanguageChanged);
     connect(frmPreferences, &FrmPreferences::captionToolsRequested, this, [this] {
         FrmCap* cap = Cap();
@@ -168,6 +182,7 @@ void FrmInput::ApplySettings() {
         ApplyStartupPatterns(Settings(), Grids::LbxInput(), noRefList);
     }
     frmPreferences->ApplySettings();
+    frmPlaylist->ApplySettings();
 }
 
 StartCheck FrmInput::FormLoad(Prompt& prompt) {
@@ -177,6 +192,7 @@ StartCheck FrmInput::FormLoad(Prompt& prompt) {
 void FrmInput::SetGridHeaders() {
     SetInputColumnCaptions(Grids::LbxInput());
     SetCaptionTableHeaders();
+    frmPlaylist->SetGridHeaders();
 }
 
 void FrmInput::LanguageChanged() {

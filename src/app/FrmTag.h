@@ -61,7 +61,7 @@ public:
 
     // Set when the filter has just been transferred: the data list should come forward.
     std::function<void()> showDataList;
-    // Hands selected rows to the playlist (not yet there: the button stays disabled).
+    // Hands selected rows to the playlist (btnTab2_CopyToPlaylist).
     std::function<void()> copyToPlaylist;
 
 protected:

@@ -78,9 +78,7 @@ void FrmTag::connectCommands() {
         const QString name = QString::fromLatin1(n);
         on(n, [this, name] { cmdMark(name); });
     }
-    // the playlist window does not exist yet
     if (QPushButton* b = Find(this, "btnTab2_CopyToPlaylist")) {
-        b->setEnabled(false);
         connect(b, &QPushButton::clicked, this, [this] {
             if (copyToPlaylist)
                 copyToPlaylist();

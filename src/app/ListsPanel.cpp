@@ -51,8 +51,7 @@ ListsPanel::ListsPanel(InputDataPage* page, ListProgress* progress, QWidget* par
     optTab1_CopyToReflist = option("optTab1_CopyToReflist");
     optTab1_CopyToTaglist = option("optTab1_CopyToTaglist");
     optTab1_RemoveEntry = option("optTab1_RemoveEntry");
-    // The playlist and the reference list do not exist in this program yet.
-    optTab1_CopyToPlaylist->setEnabled(false);
+    // The reference list does not exist in this program yet.
     optTab1_CopyToReflist->setEnabled(false);
     optTab1_FileExport->setChecked(true);
     auto* group = new QButtonGroup(this);
@@ -82,6 +81,8 @@ void ListsPanel::btnTab1_Sub2_1_OK_Click() {
         RemoveEntries();
     else if (optTab1_CopyToTaglist->isChecked())
         CopyToTaglist();
+    else if (optTab1_CopyToPlaylist->isChecked())
+        emit copyToPlaylistRequested();
     else
         AppPrompt().Tell(Caption(CapNoActionChosen), Prompt::Icon::Warning);
 }

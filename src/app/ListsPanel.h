@@ -39,6 +39,8 @@ public slots:
 signals:
     // The selected rows go to the tag list; typeText is the Type of the current row.
     void copyToTaglistRequested(const QString& typeText);
+    // The selected rows go to the playlist (FrmPlaylist takes them with its questions).
+    void copyToPlaylistRequested();
 
 private:
     QString DefaultChooseExportFile();

@@ -4,10 +4,11 @@
 
 #include <QStringList>
 
-int RunTags(const QStringList& args); // CliTags.cpp
-int RunSet(const QStringList& args);  // CliSet.cpp
-int RunScan(const QStringList& args); // cmd_scan.cpp
-int RunLoad(const QStringList& args); // cmd_load.cpp
+int RunTags(const QStringList& args);     // CliTags.cpp
+int RunSet(const QStringList& args);      // CliSet.cpp
+int RunScan(const QStringList& args);     // cmd_scan.cpp
+int RunLoad(const QStringList& args);     // cmd_load.cpp
+int RunPlaylist(const QStringList& args); // cmd_playlist.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.

@@ -20,6 +20,8 @@ const Command kCommands[] = {
     {"scan", "scan DIR [--subfolders] [--save FILE.data] [--export FILE]", "scan a folder into the data list",
      RunScan},
     {"load", "load FILE.data [--act] [--export FILE]", "load a saved data list and check its files", RunLoad},
+    {"playlist", "playlist FILE.m3u|FILE.pls [--json] | playlist --write OUT [--relative] FILE...",
+     "print the rows of a playlist, or write songs as a playlist", RunPlaylist},
 };
 
 void PrintHelp() {

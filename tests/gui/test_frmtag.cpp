@@ -127,7 +127,7 @@ private slots:
                               "mnuRateMood",
                               "mnuTextbox"})
             QVERIFY2(w.findChild<QObject*>(QString::fromLatin1(n)), n);
-        QVERIFY(!Named<QPushButton>(w, "btnTab2_CopyToPlaylist")->isEnabled());
+        QVERIFY(Named<QPushButton>(w, "btnTab2_CopyToPlaylist")->isEnabled());
         QCOMPARE(Named<QComboBox>(w, "cmbTab2_TagToTag")->count(), 20);
         QCOMPARE(Named<QPushButton>(w, "btnTab2_UpdateTag")->text(), Caption(371));
     }

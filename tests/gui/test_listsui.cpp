@@ -132,7 +132,7 @@ private slots:
     void listsThatDoNotExistYetCannotBeChosen() {
         GuiProgram g;
         QVERIFY(g.Start());
-        QVERIFY(!Control<QRadioButton>(g.window.get(), "optTab1_CopyToPlaylist")->isEnabled());
+        QVERIFY(Control<QRadioButton>(g.window.get(), "optTab1_CopyToPlaylist")->isEnabled());
         QVERIFY(!Control<QRadioButton>(g.window.get(), "optTab1_CopyToReflist")->isEnabled());
         QCOMPARE(Control<QRadioButton>(g.window.get(), "optTab1_FileExport")->text(), Caption(241));
         QCOMPARE(Control<QPushButton>(g.window.get(), "btnTab1_Sub2_1_OK")->text(), Caption(236));
