@@ -175,6 +175,26 @@ private slots:
         QCOMPARE(files.Rows(), 0);
     }
 
+    void relativeSaveWithNothingLeftRemovesTheReplacedFile() {
+        // The user chose an existing playlist to be replaced; with nothing to write the
+        // save leaves no file of that name.
+        Row("/elsewhere", "a.mp3", "5");
+        playlist.SelectAll();
+        PlaylistEnv env = Env();
+        env.relative = true;
+        env.noMsg = true;
+        QDir().mkpath(root + "/R2");
+        QFile old(root + "/R2/old.m3u");
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.write("#EXTM3U\r\n/x.mp3\r\n");
+        old.close();
+        env.chooseSavePath = [&](const QString&) { return root + "/R2/old.m3u"; };
+        const SaveResult r = SavePlaylist(env);
+        QCOMPARE(r.written, 0);
+        QVERIFY(!QFile::exists(root + "/R2/old.m3u"));
+        QCOMPARE(prompt.LastText(), Caption(CapPlaylistNothingWritten));
+    }
+
     void relativeSaveReportsSkipped() {
         const QString a = Song("Q/sub/a.mp3");
         Row(root + "/Q/sub", "a.mp3", "5");

@@ -18,6 +18,7 @@
 #include "tag/modTagList.h"
 
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QLocale>
@@ -312,8 +313,12 @@ SaveResult SavePlaylist(PlaylistEnv& env) {
     result.written = counts.written;
     result.skipped = counts.skipped;
     result.path = path;
-    if (counts.written > 0) {
-        // Nothing written: no file is made (and one that stood there stays as it was).
+    if (counts.written == 0) {
+        // Nothing to write: the save leaves no file of that name, also where the user chose
+        // an existing playlist to be replaced.
+        if (QFileInfo::exists(path) && !QFile::remove(path))
+            env.prompt.Tell(Caption(CapEmptyPlaylistNotDeleted), Prompt::Icon::Critical);
+    } else {
         QString error;
         if (!WritePlaylistBytes(path, bytes, &error)) {
             env.prompt.Tell(Caption(CapPlaylistWriteFailed) + path + u'\n' + error, Prompt::Icon::Critical);
