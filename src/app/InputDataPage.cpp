@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTableView>
@@ -25,7 +26,7 @@ QSettings UserStore() {
 }
 } // namespace
 
-InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInput_Data"), parent) {
+InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInput_Data"), parent, false) {
     titleLabel()->hide(); // the list wants the room; the tab says what this is
     layout()->setContentsMargins(6, 6, 6, 6);
 
@@ -43,7 +44,19 @@ InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInpu
     TabInput1_Sub2->setObjectName(QStringLiteral("TabInput1_Sub2"));
     strips->addWidget(TabInput1_Sub1, 1);
     strips->addWidget(TabInput1_Sub2, 1);
-    body()->addLayout(strips);
+    // The strips scroll when the window is narrower or lower than they need; the list
+    // above keeps the rest of the room.
+    auto* stripHost = new QWidget;
+    stripHost->setObjectName(QStringLiteral("fraTab1_Strips"));
+    strips->setContentsMargins(0, 0, 0, 0);
+    stripHost->setLayout(strips);
+    auto* stripArea = new QScrollArea(this);
+    stripArea->setObjectName(QStringLiteral("scrTab1_Strips"));
+    stripArea->setFrameShape(QFrame::NoFrame);
+    stripArea->setWidgetResizable(true);
+    stripArea->setWidget(stripHost);
+    stripArea->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    body()->addWidget(stripArea);
     UpdateSubTabVisibility();
 
     // The row that stays under every sub-tab: the mark, the quiet switch, the sums and
