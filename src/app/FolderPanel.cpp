@@ -63,8 +63,12 @@ FolderPanel::FolderPanel(QWidget* parent) : QWidget(parent) {
     connect(Folderview, &QTreeWidget::itemPressed, this, [this](QTreeWidgetItem* item) { Choose(item); });
     connect(Folderview, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { Choose(item); });
     connect(Folderview, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-        if (item && !State().SuppressEvents)
+        if (State().SuppressEvents)
+            return;
+        if (item)
             Choose(item);
+        else
+            m_clicked.clear(); // no node chosen: nothing to read
     });
     Folderview->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(Folderview, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
@@ -307,15 +311,14 @@ void FolderPanel::ApplySettings(Prompt& prompt) {
         }
     }
     if (!shown) {
-        // The user's home folder, shown but not chosen: a press of the read command
-        // without a click reads nothing by mistake.
-        const QString home = QDir::homePath();
-        if (ShowFolder(home))
+        // The user's home folder, chosen and open, never the bare root of the volume.
+        if (ShowFolder(QDir::homePath())) {
             m_startFolder = m_clicked;
-        else
+            if (QTreeWidgetItem* home = Folderview->currentItem())
+                home->setExpanded(true);
+        } else {
             SetDrive(CurrentDrive());
-        m_clicked.clear();
-        Folderview->setCurrentItem(nullptr);
+        }
     }
     State().SuppressEvents = quiet;
 }

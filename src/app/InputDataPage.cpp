@@ -11,16 +11,45 @@
 #include "list/modListColumns.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTableView>
 
 namespace {
+// The sub-tab strips scroll sideways when the window is narrow, but always get their
+// full height: the list above gives way instead.
+class StripArea : public QScrollArea {
+public:
+    using QScrollArea::QScrollArea;
+    QSize minimumSizeHint() const override {
+        QSize s = QScrollArea::minimumSizeHint();
+        if (const QWidget* w = widget()) {
+            int h = w->sizeHint().height() + 2 * frameWidth();
+            if (viewport()->width() < w->minimumSizeHint().width())
+                h += horizontalScrollBar()->sizeHint().height();
+            s.setHeight(std::max(s.height(), h));
+        }
+        return s;
+    }
+    QSize sizeHint() const override { return minimumSizeHint().expandedTo(QScrollArea::sizeHint()); }
+
+protected:
+    // A panel added or re-labelled changes the height the strips need: the page's
+    // layout learns it (a scroll area does not pass that on by itself).
+    bool eventFilter(QObject* o, QEvent* e) override {
+        if (o == widget() && e->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(o, e);
+    }
+};
+
 QSettings UserStore() {
     return QSettings(QStringLiteral("Quillotune"), QStringLiteral("Quillotune"));
 }
@@ -50,7 +79,7 @@ InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInpu
     stripHost->setObjectName(QStringLiteral("fraTab1_Strips"));
     strips->setContentsMargins(0, 0, 0, 0);
     stripHost->setLayout(strips);
-    auto* stripArea = new QScrollArea(this);
+    auto* stripArea = new StripArea(this);
     stripArea->setObjectName(QStringLiteral("scrTab1_Strips"));
     stripArea->setFrameShape(QFrame::NoFrame);
     stripArea->setWidgetResizable(true);

@@ -291,8 +291,8 @@ private slots:
         QCOMPARE(Setting(Ini::TreeFolder, 2), tmp.path());
     }
 
-    // Without a stored folder the tree opens at the user's home, which is in sight but
-    // not chosen; "/" is never what it opens at.
+    // Without a stored folder the tree opens at the user's home, chosen and open; "/" is
+    // never what it opens at.
     void treeOpensAtHome() {
         GuiProgram g;
         QVERIFY(g.Start());
@@ -303,7 +303,8 @@ private slots:
         QTreeWidgetItem* home = NodeOf(tree, QDir::homePath());
         QVERIFY(home);
         QVERIFY(tree->viewport()->rect().intersects(tree->visualItemRect(home)));
-        QVERIFY(p->folders->SelectedFolder().isEmpty());
+        QCOMPARE(p->folders->SelectedFolder(), QDir::homePath());
+        QVERIFY(home->isExpanded());
         QVERIFY(g.prompt.shown.empty());
     }
 
@@ -329,7 +330,7 @@ private slots:
         QCOMPARE(g.prompt.shown[0].text, Caption(CapTreeFolderMissing) + gone);
         QCOMPARE(g.prompt.shown[0].icon, Prompt::Icon::Critical);
         QVERIFY(Setting(Ini::DrivePreset, Ini::Col1).isEmpty());
-        QVERIFY(g.window->scanPanel->folders->SelectedFolder().isEmpty());
+        QCOMPARE(g.window->scanPanel->folders->SelectedFolder(), QDir::homePath()); // home instead
     }
 
     // One click on a folder, then the read command: that folder is read.
