@@ -14,8 +14,11 @@
 #include "tag/TagEngine.h"
 #include "tag/modTagUpdate.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
@@ -421,6 +424,26 @@ private slots:
         QCheckBox* sums = g.window->pageData->chbTab1_TimeSizeData;
         QTest::mouseClick(sums, Qt::LeftButton);
         QCOMPARE(Setting(Ini::TimeSizeData, Ini::Col2), QString(sums->isChecked() ? "1" : "0"));
+    }
+
+    // The dialogue that deletes a saved list says so on its button.
+    void deleteListDialogSaysDelete() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        ScanPanel* p = g.window->scanPanel;
+        QString accept;
+        QTimer::singleShot(0, this, [&] {
+            if (auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+                if (auto* box = d->findChild<QDialogButtonBox*>())
+                    for (QAbstractButton* b : box->buttons())
+                        if (box->buttonRole(b) == QDialogButtonBox::AcceptRole)
+                            accept = b->text();
+                d->reject();
+            }
+        });
+        emit p->btnTab1_HandleFileInput->activated(2);
+        QCOMPARE(accept, Caption(CapDeleteButton));
+        QVERIFY(g.prompt.shown.empty());
     }
 
     void savedListsByChooser() {
