@@ -17,6 +17,7 @@
 #include "tag/TagEngine.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
@@ -24,6 +25,7 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QTableView>
@@ -154,6 +156,21 @@ QStringList CutButtons(QWidget* root) {
     return cut;
 }
 
+// Named buttons, check boxes and options without a text (and without a picture).
+QStringList Unlabelled(QWidget* root) {
+    QStringList out;
+    for (QAbstractButton* b : root->findChildren<QAbstractButton*>()) {
+        const bool kind =
+            qobject_cast<QPushButton*>(b) || qobject_cast<QCheckBox*>(b) || qobject_cast<QRadioButton*>(b);
+        // The typical set's boxes are named by the labels beside them (by file type).
+        if (b->objectName().startsWith(QLatin1String("chbTab2_Typical(")))
+            continue;
+        if (kind && !b->objectName().isEmpty() && b->text().trimmed().isEmpty() && b->icon().isNull())
+            out << b->objectName();
+    }
+    return out;
+}
+
 } // namespace
 
 class TestLanguageLayout : public QObject {
@@ -183,6 +200,9 @@ private slots:
         VisitPages(w);
         QStringList bad = Foreign(w, kLanguageGerman);
         QVERIFY2(bad.isEmpty(), qPrintable(bad.join("\n")));
+        // Every control carries its caption.
+        const QStringList bare = Unlabelled(w);
+        QVERIFY2(bare.isEmpty(), qPrintable(bare.join(", ")));
 
         ChooseLanguage(w, kLanguageEnglish);
         VisitPages(w);
