@@ -9,6 +9,7 @@
 #include "app/FrmPreferences.h"
 #include "app/FrmTag.h"
 #include "app/InputDataPage.h"
+#include "app/MessageBoxPrompt.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/SettingRows.h"
@@ -17,6 +18,7 @@
 #include "tag/TagEngine.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -30,6 +32,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 namespace {
@@ -222,6 +225,32 @@ private slots:
 
     void fitsTheScreenInGerman() { Fits(kLanguageGerman); }
     void fitsTheScreenInEnglish() { Fits(kLanguageEnglish); }
+
+    // A short message still shows its whole title: the box has a minimum width.
+    void messageBoxesAreWideEnough() {
+        MessageBoxPrompt boxes;
+        int width = 0;
+        QString title;
+        QTimer::singleShot(0, this, [&] {
+            if (QWidget* box = QApplication::activeModalWidget()) {
+                width = box->width();
+                title = box->windowTitle();
+                box->close();
+            }
+        });
+        boxes.Tell("OK.", Prompt::Icon::Information);
+        QVERIFY2(width >= 320, qPrintable(QString::number(width)));
+        QCOMPARE(title, Prompt::Title());
+        // The engine's own failure text comes without a title.
+        QTimer::singleShot(0, this, [&] {
+            if (QWidget* box = QApplication::activeModalWidget()) {
+                title = box->windowTitle();
+                box->close();
+            }
+        });
+        boxes.TellUntitled("engine text", Prompt::Icon::None);
+        QVERIFY(title.isEmpty());
+    }
 
     // The random choice comes with the player; until then there is no button for it.
     void noDeadRandomButton() {
