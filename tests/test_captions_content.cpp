@@ -14,6 +14,34 @@
 
 namespace {
 
+// Every row that the program's commands name for a message, a question, a title, a
+// header, a footer or a menu entry, whether or not its command is built yet: each must
+// read well in German and in English.
+const int kReferencedRows[] = {
+    1,    2,    3,    4,    5,    6,    7,    8,    9,    10,   11,   12,   13,   14,   15,   16,   17,
+    18,   19,   20,   21,   22,   23,   24,   25,   26,   27,   28,   29,   30,   31,   32,   33,   34,
+    35,   36,   37,   38,   39,   40,   41,   42,   43,   44,   45,   46,   47,   48,   49,   50,   60,
+    81,   82,   83,   91,   93,   95,   96,   99,   102,  103,  107,  109,  112,  113,  136,  140,  142,
+    146,  147,  148,  149,  152,  153,  156,  161,  164,  166,  167,  168,  169,  171,  172,  180,  190,
+    191,  193,  194,  195,  200,  209,  213,  214,  221,  222,  223,  224,  225,  229,  230,  231,  232,
+    234,  235,  237,  238,  239,  259,  260,  261,  262,  264,  265,  268,  269,  274,  276,  279,  280,
+    281,  287,  288,  289,  296,  297,  298,  309,  314,  316,  317,  323,  326,  327,  329,  332,  339,
+    340,  369,  373,  375,  389,  404,  407,  408,  409,  417,  427,  432,  433,  436,  451,  455,  467,
+    469,  471,  472,  473,  479,  484,  485,  490,  496,  501,  503,  507,  509,  510,  539,  540,  541,
+    549,  550,  551,  558,  570,  572,  573,  584,  585,  586,  587,  588,  589,  590,  591,  594,  595,
+    596,  597,  598,  599,  600,  601,  602,  628,  632,  633,  634,  635,  637,  644,  646,  652,  653,
+    655,  662,  663,  676,  682,  694,  695,  700,  701,  702,  703,  704,  705,  706,  740,  741,  742,
+    743,  744,  745,  746,  747,  760,  761,  762,  763,  764,  765,  766,  767,  770,  771,  772,  773,
+    774,  775,  776,  777,  781,  782,  783,  784,  802,  803,  809,  811,  818,  832,  833,  835,  843,
+    844,  845,  846,  847,  848,  849,  864,  865,  866,  892,  906,  907,  929,  931,  940,  941,  945,
+    948,  949,  950,  977,  985,  1005, 1011, 1014, 1015, 1024, 1032, 1036, 1050, 1055, 1057, 1058, 1060,
+    1061, 1066, 1069, 1071, 1075, 1076, 1080, 1086, 1088, 1094, 1096, 1097, 1100, 1103, 1120, 1121, 1122,
+    1139, 1151, 1152, 1153, 1154, 1155, 1158, 1160, 1162, 1163, 1165, 1167, 1169, 1170, 1196, 1197, 1198,
+    1217, 1222, 1224, 1225, 1228, 1230, 1233, 1234, 1236, 1247, 1257, 1266, 1267, 1270, 1271, 1272, 1279,
+    1282, 1285, 1287, 1293, 1294, 1296, 1300, 1324, 1325, 1327, 1329, 1333, 1341, 1350, 1355, 1366, 1372,
+    1384,
+};
+
 struct NamedRow {
     QString name;
     int row = 0;
@@ -79,6 +107,19 @@ const DataGrid& Captions() {
 class TestCaptionsContent : public QObject {
     Q_OBJECT
 private slots:
+    void everyReferencedRowHasBothLanguages() {
+        const DataGrid& g = Captions();
+        QStringList missing;
+        for (int row : kReferencedRows) {
+            const bool german = !g.CellText(row, kLanguageGerman).trimmed().isEmpty();
+            const bool english = !g.CellText(row, kLanguageEnglish).trimmed().isEmpty();
+            if (!german || !english)
+                missing << QString::number(row) + (german ? QString() : QStringLiteral(" de")) +
+                               (english ? QString() : QStringLiteral(" en"));
+        }
+        QVERIFY2(missing.isEmpty(), qPrintable(missing.join(u',')));
+    }
+
     void tableHasAllRows() {
         const DataGrid& g = Captions();
         QVERIFY2(g.Rows() >= kCaptionRowCount, "Caption.qlt was not built or is short");

@@ -187,7 +187,9 @@ private slots:
         CaptionTable().SetCellText(6, 2, "note");
         CaptionTable().SetCellText(7, 2, "note");
         QCOMPARE(FindFreeCaptionRow(5), 8);
-        QCOMPARE(FindFreeCaptionRow(0), 1);
+        QCOMPARE(FindFreeCaptionRow(0), 2); // row 1 holds texts: not free
+        CaptionTable().SetCellText(8, 4, "text in one language only");
+        QCOMPARE(FindFreeCaptionRow(5), 9);
         QCOMPARE(FindFreeCaptionRow(kCaptionRowCount), 0);
     }
 

@@ -11,6 +11,23 @@
 class TestDataGrid : public QObject {
     Q_OBJECT
 private slots:
+    void displayOrderIsAPermutationOrNothing() {
+        DataGrid g;
+        for (const char* k : {"A", "B", "C"})
+            g.AddColumn(k, k);
+        QCOMPARE(g.DisplayOrder(), std::vector<int>({1, 2, 3}));
+        g.SetDisplayOrder({3, 1, 2});
+        QCOMPARE(g.DisplayOrder(), std::vector<int>({3, 1, 2}));
+        g.SetDisplayOrder({3, 3, 2}); // not every column once: the own order
+        QCOMPARE(g.DisplayOrder(), std::vector<int>({1, 2, 3}));
+        g.SetDisplayOrder({2, 1, 3});
+        g.SetDisplayOrder({2, 1});
+        QCOMPARE(g.DisplayOrder(), std::vector<int>({1, 2, 3}));
+        g.SetDisplayOrder({2, 1, 3});
+        g.AddColumn("D", "d"); // a new column: the own order again
+        QCOMPARE(g.DisplayOrder(), std::vector<int>({1, 2, 3, 4}));
+    }
+
     void addItemAndKeys() {
         DataGrid g;
         g.AddColumn("A", "a");

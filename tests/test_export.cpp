@@ -236,6 +236,22 @@ DataGrid& Settings() {
 class TestExport : public QObject {
     Q_OBJECT
 private slots:
+    void shownColumnsInTheirDisplayOrder() {
+        DataGrid g;
+        for (const char* k : {"A", "B", "C", "D"})
+            g.AddColumn(k, k);
+        g.AddRow({"a", "b", "c", "d"});
+        g.SetColumnVisible(2, false);
+        g.SetDisplayOrder({4, 2, 1, 3});
+        QTemporaryDir dir;
+        const QString path = dir.filePath("o.txt");
+        QVERIFY(ExportList(g, path, ExportFormat::Txt));
+        QCOMPARE(Read(path), QByteArray("D\tA\tC\r\nd\ta\tc\r\n"));
+        // All columns (mode other than 2): the grid's own order.
+        QVERIFY(ExportList(g, path, ExportFormat::Txt, QString(), 0));
+        QCOMPARE(Read(path), QByteArray("A\tB\tC\tD\r\na\tb\tc\td\r\n"));
+    }
+
     void initTestCase() {
         QVERIFY(LoadInstalledCaptions());
         SetCaption(CapExportFilter, "Export file");

@@ -97,6 +97,20 @@ private slots:
         QVERIFY(list.FooterText(InCol::DurationMS).isEmpty());
     }
 
+    // Numbers follow the program's language, not the system's: the empty label and the
+    // sizes alike.
+    void numbersFollowTheLanguage() {
+        SetLanguageColumn(kLanguageEnglish);
+        ShowTotals(list);
+        QCOMPARE(label, QStringLiteral("(0)  00:00 mm:ss / 0.0  Mb"));
+        QCOMPARE(FormatMegabytes(1024.0 * 1024.0 * 3.5), QStringLiteral("3.50"));
+        QCOMPARE(FormatMegabytes(1024.0 * 1024.0 * 1234.4), QStringLiteral("1,234"));
+        SetLanguageColumn(kLanguageGerman);
+        ShowTotals(list);
+        QCOMPARE(label, QStringLiteral("(0)  00:00 mm:ss / 0,0  Mb"));
+        QCOMPARE(FormatMegabytes(1024.0 * 1024.0 * 3.5), QStringLiteral("3,50"));
+    }
+
     void totalsWithThousandsAndLrc() {
         AddSong("1.234", "1048576", "", "3 [Lrc]", "1");
         AddSong("200", "2097152", "", "2", "");

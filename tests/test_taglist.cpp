@@ -277,7 +277,8 @@ private slots:
         f.AddFile("mp3", "A.mp3");
         f.AddFile("mp3", "B.mp3");
         f.LoadAll("MP3");
-        // No: marks go, nothing else
+        // No: marks go, an old mark too, nothing else
+        f.tag.SetCellText(1, TagCol::FTag, "old");
         f.prompt.answers = {false};
         FilterOnResult r = FilterOn(f.tag, f.engine, f.prompt);
         QVERIFY(!r.turnedOn);

@@ -201,6 +201,7 @@ private slots:
         const BatchResult r = UpdateTags(batch, UpdateSet::Lyrics, b);
         QCOMPARE(r.failed, 1);
         QCOMPARE(f.prompt.shown.size(), size_t(2));
+        QCOMPARE(f.prompt.shown[0].kind, QStringLiteral("untitled")); // the box has no title
         QCOMPARE(f.prompt.shown[0].icon, Prompt::Icon::None);
         QVERIFY(!f.prompt.shown[0].text.isEmpty());
         QCOMPARE(f.prompt.shown[1].icon, Prompt::Icon::Critical);
@@ -560,6 +561,111 @@ private slots:
         QVERIFY(g.engine.OpenFile(fl));
         QCOMPARE(g.engine.V2Artist(), QStringLiteral("FA"));
         QCOMPARE(g.engine.V2Year(), QStringLiteral("1977"));
+    }
+
+    // Into Lyrics: the V1 provision only for MP3 and MPP; a FLAC file gets no V1 tag.
+    void tagToTagLyricsProvisionOnlyForMp3() {
+        TagUiFixture f;
+        const QString fl = f.AddFile("flac", "B.flac");
+        QVERIFY(f.engine.OpenFile(fl));
+        f.engine.SetV2Artist("VA");
+        QVERIFY(f.engine.SaveV2(fl));
+        QVERIFY(f.engine.OpenFile(fl));
+        QVERIFY(!f.engine.HasV1());
+        f.LoadAll("FLAC");
+        f.tag.SelectAll();
+        TagBatch batch = f.Batch();
+        batch.noMsg = true;
+        TagBoxes b;
+        b.v2[2].enabled = true;
+        TagToTag(batch, 6, b, false); // V2 to Lyrics
+        QVERIFY(f.engine.OpenFile(fl));
+        QVERIFY(!f.engine.HasV1());
+        QCOMPARE(f.engine.V2Artist(), QStringLiteral("VA"));
+        // An MP3 gets it, as the update does.
+        TagUiFixture m;
+        const QString mp = m.AddFile("mp3", "A.mp3");
+        QVERIFY(m.engine.OpenFile(mp));
+        m.engine.SetV2Artist("VA");
+        QVERIFY(m.engine.SaveV2(mp));
+        m.LoadAll("MP3");
+        m.tag.SelectAll();
+        TagBatch mb = m.Batch();
+        mb.noMsg = true;
+        QCOMPARE(TagToTag(mb, 6, b, false).done, 1);
+        QVERIFY(m.engine.OpenFile(mp));
+        QVERIFY(m.engine.HasV1());
+        QCOMPARE(m.engine.LyricsArtist(), QStringLiteral("VA"));
+    }
+
+    // Stripping the source leaves the V1 and APE tags of FLAC and the APE tag of Ogg alone.
+    void tagToTagStripSparesFlacAndOgg() {
+        for (const char* kind : {"flac", "ogg"}) {
+            TagUiFixture f;
+            const QString p = f.AddFile(kind, QStringLiteral("A.%1").arg(kind));
+            QVERIFY(f.engine.OpenFile(p));
+            f.engine.SetApeArtist("ApeA");
+            QVERIFY(f.engine.SaveApe(p));
+            QVERIFY(f.engine.OpenFile(p));
+            f.engine.SetV1Artist("V1A");
+            QVERIFY(f.engine.SaveV1(p));
+            QVERIFY(f.engine.OpenFile(p));
+            QVERIFY(f.engine.HasApe());
+            QVERIFY(f.engine.HasV1());
+            f.LoadAll(kind == QLatin1String("flac") ? "FLAC" : "OGG");
+            f.tag.SelectAll();
+            TagBatch batch = f.Batch();
+            batch.noMsg = true;
+            TagBoxes b;
+            b.ape[2].enabled = true;
+            b.v1[3].enabled = true;
+            TagToTag(batch, 9, b, true); // APE to V2, with the strip of APE
+            QVERIFY(f.engine.OpenFile(p));
+            QVERIFY2(f.engine.HasApe(), kind);
+            TagToTag(batch, 1, b, true); // V1 to APE, with the strip of V1
+            QVERIFY(f.engine.OpenFile(p));
+            QCOMPARE(f.engine.HasV1(), kind == QLatin1String("flac")); // only Ogg loses it
+        }
+    }
+
+    // The comment of a V2 source is "No" while the comment area is off.
+    void tagToTagV2CommentHonoursTheSentinel() {
+        TagUiFixture f;
+        const QString p = f.AddFile("mp3", "A.mp3");
+        QVERIFY(f.engine.OpenFile(p));
+        f.engine.SetComment(1, "eng", "", "V2 comment");
+        f.engine.SetV2Artist("VA");
+        QVERIFY(f.engine.SaveV2(p));
+        QVERIFY(f.engine.OpenFile(p));
+        f.engine.SetApeComment("APE comment");
+        QVERIFY(f.engine.SaveApe(p));
+        f.LoadAll("MP3");
+        f.tag.SelectAll();
+        TagBatch batch = f.Batch();
+        batch.noMsg = true;
+        TagBoxes b;
+        b.v2[2].enabled = true;
+        b.v2CommentEnabled = false;
+        QCOMPARE(TagToTag(batch, 5, b, false).done, 1); // V2 to APE
+        QVERIFY(f.engine.OpenFile(p));
+        QCOMPARE(f.engine.ApeArtist(), QStringLiteral("VA"));
+        QCOMPARE(f.engine.ApeComment(), QStringLiteral("APE comment"));
+        b.v2CommentEnabled = true;
+        QCOMPARE(TagToTag(batch, 5, b, false).done, 1);
+        QVERIFY(f.engine.OpenFile(p));
+        QCOMPARE(f.engine.ApeComment(), QStringLiteral("V2 comment"));
+    }
+
+    // Row 42 in both of its forms.
+    void updateOptionInBothForms() {
+        QCOMPARE(UpdateOptionFromSetting("5"), UpdateSet::Typical);
+        QCOMPARE(UpdateOptionFromSetting("00001"), UpdateSet::Typical);
+        QCOMPARE(UpdateOptionFromSetting("2"), UpdateSet::V2);
+        QCOMPARE(UpdateOptionFromSetting("01000"), UpdateSet::V2);
+        QCOMPARE(UpdateOptionFromSetting(""), UpdateSet::None);
+        QVERIFY(SetTabsForType("FLAC", "5").optionTypicalSet);
+        QVERIFY(SetTabsForType("FLAC", "00001").optionTypicalSet);
+        QVERIFY(!SetTabsForType("FLAC", "2").optionTypicalSet);
     }
 
     void splitNames() {

@@ -2,9 +2,10 @@
 
 #include <QEvent>
 #include <QLabel>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
-AreaPage::AreaPage(const QString& objectName, QWidget* parent) : QWidget(parent) {
+AreaPage::AreaPage(const QString& objectName, QWidget* parent, bool scrolls) : QWidget(parent) {
     setObjectName(objectName);
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(12, 10, 12, 10);
@@ -24,7 +25,16 @@ AreaPage::AreaPage(const QString& objectName, QWidget* parent) : QWidget(parent)
     m_body = new QVBoxLayout(bodyWidget);
     m_body->setContentsMargins(0, 0, 0, 0);
     m_body->setSpacing(8);
-    outer->addWidget(bodyWidget, 1);
+    if (!scrolls) {
+        outer->addWidget(bodyWidget, 1);
+        return;
+    }
+    auto* scroll = new QScrollArea(this);
+    scroll->setObjectName(objectName + QStringLiteral("_Scroll"));
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(bodyWidget);
+    outer->addWidget(scroll, 1);
 }
 
 void AreaPage::changeEvent(QEvent* event) {

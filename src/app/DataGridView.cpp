@@ -29,6 +29,7 @@ struct DataGridView::Impl {
     void ApplyColumns();
     void RowsReset();
     void SectionResized(int logical, int newSize);
+    void SectionMoved();
     void SortByHeader(int logical);
     void AutoSize(int col);
     int MinPixels(int col) const { return grid->Column(col).minWidth / kTwipsPerPixel; }
@@ -45,6 +46,15 @@ void DataGridView::Impl::ApplyColumns() {
         const int px = std::max(std::max(gc.width, gc.minWidth) / kTwipsPerPixel, 1);
         if (gc.visible && h->sectionSize(c - 1) != px)
             h->resizeSection(c - 1, px);
+    }
+    // The order the grid holds (set by code, or reset when columns were added).
+    const std::vector<int> order = grid->DisplayOrder();
+    if (int(order.size()) == h->count()) {
+        for (int visual = 0; visual < h->count(); ++visual) {
+            const int from = h->visualIndex(order[std::size_t(visual)] - 1);
+            if (from != visual)
+                h->moveSection(from, visual);
+        }
     }
     applying = false;
     model->HeadersChanged();
@@ -72,6 +82,19 @@ void DataGridView::Impl::SectionResized(int logical, int newSize) {
     grid->Column(col).width = newSize * kTwipsPerPixel;
 }
 
+void DataGridView::Impl::SectionMoved() {
+    footer->update();
+    if (applying)
+        return;
+    // A dragged header: the grid learns the order, so that an export writes what the
+    // user sees.
+    QHeaderView* h = table->horizontalHeader();
+    std::vector<int> order;
+    for (int visual = 0; visual < h->count(); ++visual)
+        order.push_back(h->logicalIndex(visual) + 1);
+    grid->SetDisplayOrder(order);
+}
+
 void DataGridView::Impl::SortByHeader(int logical) {
     const int col = logical + 1;
     if (col > grid->Cols())
@@ -95,13 +118,18 @@ void DataGridView::Impl::AutoSize(int col) {
     // No text can be wider than its length times the widest glyph: most rows are
     // skipped without being measured.
     const int widest = std::max(fm.maxWidth(), 1);
+    // One long name must not push every other column out of sight: the fitted width
+    // stops at a third of the view (the user can still widen the column by hand).
+    const int cap =
+        std::max({std::max(table->viewport()->width(), 900) / 3, MinPixels(col) - kCellPadding, best});
     const int rows = grid->Rows();
-    for (int r = 1; r <= rows; ++r) {
+    for (int r = 1; r <= rows && best < cap; ++r) {
         const QStringView v = grid->CellView(r, col);
         if (v.isEmpty() || v.size() * widest <= best)
             continue;
         best = std::max(best, fm.horizontalAdvance(v.toString()));
     }
+    best = std::min(best, cap);
     grid->SetColumnWidth(col, (best + kCellPadding) * kTwipsPerPixel);
 }
 
@@ -143,7 +171,7 @@ DataGridView::DataGridView(DataGrid* grid, QWidget* parent) : QWidget(parent), d
     QHeaderView* h = d->table->horizontalHeader();
     connect(h, &QHeaderView::sectionResized, this,
             [this](int logical, int, int newSize) { d->SectionResized(logical, newSize); });
-    connect(h, &QHeaderView::sectionMoved, d->footer, qOverload<>(&QWidget::update));
+    connect(h, &QHeaderView::sectionMoved, this, [this] { d->SectionMoved(); });
     connect(h, &QHeaderView::geometriesChanged, d->footer, qOverload<>(&QWidget::update));
     connect(h, &QHeaderView::sectionCountChanged, d->footer, qOverload<>(&QWidget::update));
     connect(h, &QHeaderView::sectionClicked, this, [this](int logical) { d->SortByHeader(logical); });

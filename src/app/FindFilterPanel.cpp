@@ -296,6 +296,28 @@ void FindFilterPanel::RebuildQualityLists() {
     lblTab1_CmbQualityCount->clear();
 }
 
+void FindFilterPanel::SetQualityLists(const QStringList& ratings, const QStringList& moods) {
+    FillValues(cmbTab1_Filter[2], ratings);
+    FillValues(cmbTab1_Filter[3], moods);
+    lblTab1_CmbQualityCount->clear();
+}
+
+void FindFilterPanel::ListRefilled() {
+    const DataGrid& list = Grids::LbxInput();
+    if (list.Rows() == 0 || cmbTab1_Filter[0]->count() == 0)
+        return;
+    // The first entry and the values of its column; the footers stay as the command
+    // left them (an aborted scan leaves them empty).
+    const bool quiet = State().SuppressEvents;
+    State().SuppressEvents = true;
+    cmbTab1_Filter[0]->setCurrentIndex(0);
+    State().SuppressEvents = quiet;
+    const QStringList values = FilterValueList(list, ColumnOfFilterIndex(0), InputListEnv(m_page, nullptr));
+    FillValues(cmbTab1_Filter[1], values);
+    lblTab1_CmbFilter1_Count->setText(QString::number(values.size()));
+    lblTab1_CmbFilter2_Count->clear();
+}
+
 void FindFilterPanel::btnTab1_FilterMarkChoosen_Click() {
     FilterOptions o;
     o.columnIndex = cmbTab1_Filter[0]->currentIndex();

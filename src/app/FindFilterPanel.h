@@ -43,6 +43,12 @@ public slots:
     // The value lists of rating and mood from the rows of the list; the scan and the
     // load of a list call it when they have filled the list.
     void RebuildQualityLists();
+    // The value lists of rating and mood as the scan, the update or the load built them;
+    // the value chosen before stays chosen when it is still there.
+    void SetQualityLists(const QStringList& ratings, const QStringList& moods);
+    // The list has been filled anew (scan, update, load): with rows the main filter box
+    // goes to its first entry and its value list follows, the list being unfiltered.
+    void ListRefilled();
 
 private:
     void RebuildColumnEntries();

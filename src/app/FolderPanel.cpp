@@ -1,6 +1,10 @@
 #include "app/FolderPanel.h"
 
+#include "app/UiCaptions.h"
 #include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
+#include "core/Prompt.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "platform/FolderWalk.h"
@@ -12,6 +16,7 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QMenu>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -47,17 +52,29 @@ FolderPanel::FolderPanel(QWidget* parent) : QWidget(parent) {
     row->addWidget(btnTab1_CloseFolderview);
     v->addLayout(row);
 
-    connect(Folderview, &QTreeWidget::itemExpanded, this,
-            [this](QTreeWidgetItem* item) { FillChildren(item); });
-    connect(Folderview, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
-        m_clicked = item->data(0, kPathRole).toString();
-        emit folderChosen(m_clicked);
+    // Each expansion reads the folder again: what was made meanwhile shows.
+    connect(Folderview, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) {
+        if (item->data(0, kFilledRole).toBool())
+            RefreshNode(item);
+        else
+            FillChildren(item);
     });
+    // One click chooses the folder, whether or not it was current before.
+    connect(Folderview, &QTreeWidget::itemPressed, this, [this](QTreeWidgetItem* item) { Choose(item); });
+    connect(Folderview, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { Choose(item); });
     connect(Folderview, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-        if (item && !State().SuppressEvents) {
-            m_clicked = item->data(0, kPathRole).toString();
-            SetSetting(Ini::TreeFolder, 2, m_clicked);
-        }
+        if (State().SuppressEvents)
+            return;
+        if (item)
+            Choose(item);
+        else
+            m_clicked.clear(); // no node chosen: nothing to read
+    });
+    Folderview->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(Folderview, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+        QMenu* menu = MakeContextMenu(Folderview->itemAt(at));
+        menu->exec(Folderview->viewport()->mapToGlobal(at));
+        delete menu;
     });
     connect(Drive1, &QComboBox::activated, this, [this](int i) { SetDrive(Drive1->itemData(i).toString()); });
     connect(btnTab1_CloseFolderview, &QPushButton::clicked, this, &FolderPanel::closeRequested);
@@ -65,6 +82,51 @@ FolderPanel::FolderPanel(QWidget* parent) : QWidget(parent) {
         if (!State().SuppressEvents)
             SetSettingOn(Ini::CloseFolderView, Ini::Col1, on);
     });
+}
+
+void FolderPanel::Choose(QTreeWidgetItem* item) {
+    if (!item)
+        return;
+    const QString path = item->data(0, kPathRole).toString();
+    if (path == m_clicked)
+        return;
+    m_clicked = path;
+    SetSetting(Ini::TreeFolder, Ini::Col2, m_clicked);
+    emit folderChosen(m_clicked);
+}
+
+QMenu* FolderPanel::MakeContextMenu(QTreeWidgetItem* item) {
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("mnuFolder"));
+    auto add = [&](const char* key, auto slot) {
+        const QString name = QStringLiteral("mnuFolder_") + QLatin1String(key);
+        QAction* a = menu->addAction(UiText(name, QStringLiteral("text")));
+        a->setObjectName(name);
+        connect(a, &QAction::triggered, this, slot);
+        return a;
+    };
+    add("UpdateDrivelist", [this] {
+        const QString keep = SelectedFolder();
+        FillDrives();
+        if (!keep.isEmpty())
+            ShowFolder(keep);
+    });
+    QTreeWidgetItem* node = item ? item : Folderview->currentItem();
+    add("UpdateFolders", [this, node] {
+        if (node)
+            RefreshNode(node);
+        else if (Folderview->topLevelItemCount() > 0)
+            RefreshNode(Folderview->topLevelItem(0));
+    });
+    if (node) {
+        menu->addSeparator();
+        add("DirUpdate", [this, node] {
+            Folderview->setCurrentItem(node);
+            Choose(node);
+            emit readFolderRequested(node->data(0, kPathRole).toString());
+        });
+    }
+    return menu;
 }
 
 QString FolderPanel::DriveText(const QString& rootPath, const QString& name) {
@@ -125,6 +187,59 @@ void FolderPanel::FillChildren(QTreeWidgetItem* item) {
     item->addChildren(children);
 }
 
+void FolderPanel::RefreshNode(QTreeWidgetItem* item) {
+    if (!item)
+        return;
+    if (!item->data(0, kFilledRole).toBool()) {
+        FillChildren(item);
+        return;
+    }
+    const QString path = item->data(0, kPathRole).toString();
+    const QString prefix = path.endsWith(QLatin1Char('/')) ? path : path + QLatin1Char('/');
+    const std::vector<QString> names = ListSubfolders(path);
+    // Keep the nodes that remain (with their open branches), in the new order.
+    QHash<QString, QTreeWidgetItem*> old;
+    QList<QTreeWidgetItem*> wasOpen;
+    for (int i = 0; i < item->childCount(); ++i)
+        if (item->child(i)->isExpanded())
+            wasOpen.append(item->child(i)); // read while the nodes are in the tree
+    for (QTreeWidgetItem* child : item->takeChildren())
+        old.insert(child->text(0), child);
+    QList<QTreeWidgetItem*> children;
+    for (const QString& name : names) {
+        QTreeWidgetItem* child = old.take(name);
+        children.append(child ? child : MakeNode(prefix + name, name));
+    }
+    const bool currentGone = [&] {
+        for (QTreeWidgetItem* gone : std::as_const(old))
+            if (gone->data(0, kPathRole).toString() == m_clicked)
+                return true;
+        return false;
+    }();
+    qDeleteAll(old);
+    if (currentGone)
+        m_clicked.clear();
+    item->setChildIndicatorPolicy(children.isEmpty() ? QTreeWidgetItem::DontShowIndicator
+                                                     : QTreeWidgetItem::ShowIndicator);
+    item->addChildren(children);
+    // A branch that was open opens again, and its expansion reads it anew.
+    for (QTreeWidgetItem* child : std::as_const(wasOpen))
+        if (children.contains(child))
+            child->setExpanded(true);
+}
+
+void FolderPanel::ScrollToStart() {
+    QTreeWidgetItem* node = Folderview->currentItem();
+    if (!node && !m_startFolder.isEmpty()) {
+        const auto hits = Folderview->findItems(QStringLiteral("*"), Qt::MatchWildcard | Qt::MatchRecursive);
+        for (QTreeWidgetItem* i : hits)
+            if (i->data(0, kPathRole).toString() == m_startFolder)
+                node = i;
+    }
+    if (node)
+        Folderview->scrollToItem(node, QAbstractItemView::PositionAtCenter);
+}
+
 bool FolderPanel::ShowFolder(const QString& folder) {
     const QString clean = QDir::cleanPath(folder);
     if (!QFileInfo(clean).isDir())
@@ -169,7 +284,7 @@ QString FolderPanel::SelectedFolder() const {
     return QString();
 }
 
-void FolderPanel::ApplySettings() {
+void FolderPanel::ApplySettings(Prompt& prompt) {
     const bool quiet = State().SuppressEvents;
     State().SuppressEvents = true;
     chbPref_CloseFolderView->setChecked(SettingOn(Ini::CloseFolderView, Ini::Col1));
@@ -182,15 +297,28 @@ void FolderPanel::ApplySettings() {
         else
             SetSetting(Ini::DrivePreset, Ini::Col1, QString());
     }
-    const QString last = Setting(Ini::TreeFolder, 2);
-    if (!last.isEmpty())
-        shown = ShowFolder(last) || shown;
+    const QString last = Setting(Ini::TreeFolder, Ini::Col2);
+    m_startFolder.clear();
+    if (!last.isEmpty()) {
+        if (ShowFolder(last)) {
+            shown = true;
+            m_startFolder = m_clicked;
+        } else {
+            // The folder of the last close is gone (an unplugged stick, a removed folder).
+            prompt.Tell(Caption(CapTreeFolderMissing) + last, Prompt::Icon::Critical);
+            SetSetting(Ini::DrivePreset, Ini::Col1, QString());
+            shown = false;
+        }
+    }
     if (!shown) {
-        // The volume of the home folder.
-        if (!ShowFolder(QDir::homePath()))
+        // The user's home folder, chosen and open, never the bare root of the volume.
+        if (ShowFolder(QDir::homePath())) {
+            m_startFolder = m_clicked;
+            if (QTreeWidgetItem* home = Folderview->currentItem())
+                home->setExpanded(true);
+        } else {
             SetDrive(CurrentDrive());
-        m_clicked.clear();
-        Folderview->setCurrentItem(nullptr);
+        }
     }
     State().SuppressEvents = quiet;
 }

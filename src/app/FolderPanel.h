@@ -1,13 +1,17 @@
 #pragma once
 // The folder pane of the data area: the volume list Drive1 and the folder tree
 // Folderview of the chosen volume. The tree lists folders only, sorted by their
-// upper-cased names, and reads a folder's children only when it is expanded.
+// upper-cased names, and reads a folder's children each time it is expanded, so that
+// folders made while the program runs appear. Its context menu refreshes the volumes
+// and the folders, and reads the folder under the mouse.
 
 #include <QString>
 #include <QWidget>
 
+class Prompt;
 class QCheckBox;
 class QComboBox;
+class QMenu;
 class QPushButton;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -31,8 +35,18 @@ public:
     QString CurrentDrive() const;
     // Chooses the volume of `folder`, opens the tree down to it and selects it.
     bool ShowFolder(const QString& folder);
-    // Start: the preset volume (settings row 7) and the last folder (row 86, column 2).
-    void ApplySettings();
+    // Start: the preset volume (settings row 7) and the last folder (row 86, column 2);
+    // without them the user's home folder. A stored folder that no longer exists is
+    // told (critical) and row 7 is cleared.
+    void ApplySettings(Prompt& prompt);
+    // Reads the children of a node again: new folders appear, vanished ones go, the
+    // open branches that remain stay open.
+    void RefreshNode(QTreeWidgetItem* item);
+    // The folder shown at the start (the stored one or home): visible when the pane opens.
+    void ScrollToStart();
+
+    // The context menu of the tree for the node `item` (may be null); the caller owns it.
+    QMenu* MakeContextMenu(QTreeWidgetItem* item);
 
     // The display text of a volume in Drive1.
     static QString DriveText(const QString& rootPath, const QString& name);
@@ -40,9 +54,13 @@ public:
 signals:
     void folderChosen(const QString& path);
     void closeRequested();
+    // "Read folder" of the context menu: the folder is to be scanned at once.
+    void readFolderRequested(const QString& path);
 
 private:
     void FillChildren(QTreeWidgetItem* item);
     QTreeWidgetItem* MakeNode(const QString& path, const QString& text);
+    void Choose(QTreeWidgetItem* item);
     QString m_clicked;
+    QString m_startFolder;
 };

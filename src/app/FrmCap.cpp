@@ -92,6 +92,13 @@ FrmCap::FrmCap(QWidget* parent) : QWidget(parent, Qt::Window) {
     edit->addWidget(lblCap_Reference, 0, 1);
     edit->addWidget(lblText, 1, 0);
     edit->addWidget(txtCap_Text, 1, 1);
+    txtCap_Note = new QLineEdit(this);
+    txtCap_Note->setObjectName(QStringLiteral("txtCap_Note"));
+    auto* lblNote = new QLabel(this);
+    lblNote->setObjectName(QStringLiteral("lblCap_NoteTitle"));
+    lblNote->setBuddy(txtCap_Note);
+    edit->addWidget(lblNote, 2, 0);
+    edit->addWidget(txtCap_Note, 2, 1);
     edit->setColumnStretch(1, 1);
     outer->addLayout(edit);
 
@@ -147,6 +154,7 @@ FrmCap::FrmCap(QWidget* parent) : QWidget(parent, Qt::Window) {
     });
     connect(&CaptionTable(), &DataGrid::currentRowChanged, this, [this] { ShowCurrentRow(); });
     connect(txtCap_Text, &QLineEdit::editingFinished, this, &FrmCap::CommitEdit);
+    connect(txtCap_Note, &QLineEdit::editingFinished, this, &FrmCap::CommitEdit);
 
     ApplySettings();
     SetCmbLanguages();
@@ -222,16 +230,22 @@ void FrmCap::ShowCurrentRow() {
     const bool valid = row >= 1 && row <= t.Rows();
     txtCap_Text->setEnabled(valid && chosen >= kLanguageGerman);
     txtCap_Text->setText(valid && chosen >= 1 && chosen <= t.Cols() ? t.CellText(row, chosen) : QString());
+    txtCap_Note->setEnabled(valid && t.Cols() >= 2);
+    txtCap_Note->setText(valid && t.Cols() >= 2 ? t.CellText(row, 2) : QString());
     lblCap_Reference->setText(valid && ref <= t.Cols() ? t.CellText(row, ref) : QString());
 }
 
 void FrmCap::CommitEdit() {
     DataGrid& t = CaptionTable();
     const int row = t.CurRow(), chosen = ChosenColumn();
-    // Only a language column takes text: the row number and the note stay as they are.
-    if (row < 1 || row > t.Rows() || chosen < kLanguageGerman || chosen > t.Cols())
+    // The text of the chosen language and the note take edits; the row number stays.
+    if (row < 1 || row > t.Rows())
         return;
-    if (t.CellText(row, chosen) == txtCap_Text->text())
+    if (t.Cols() >= 2 && t.CellText(row, 2) != txtCap_Note->text()) {
+        t.SetCellText(row, 2, txtCap_Note->text());
+        SetCaptionTableChanged(true);
+    }
+    if (chosen < kLanguageGerman || chosen > t.Cols() || t.CellText(row, chosen) == txtCap_Text->text())
         return;
     t.SetCellText(row, chosen, txtCap_Text->text());
     SetCaptionTableChanged(true);

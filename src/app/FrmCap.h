@@ -60,6 +60,7 @@ private:
     QCheckBox* ChbCap_ColumnHide;
     QLabel* lblCap_Reference;
     QLineEdit* txtCap_Text;
+    QLineEdit* txtCap_Note; // the translator's note of the current row (column 2)
     QRadioButton* optFrmCap_Lng[2];
     QPushButton* btnFrmCap_LngImport;
     QPushButton* btnFrmCap_EraseTranslation;

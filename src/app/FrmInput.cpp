@@ -16,6 +16,7 @@
 #include "app/MessageBoxPrompt.h"
 #include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
+#include "app/WindowPlace.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -26,6 +27,7 @@
 #include "list/modColumnPatterns.h"
 #include "list/modList.h"
 #include "list/modListColumns.h"
+#include "picture/modLinkList.h"
 #include "tag/TagEngine.h"
 
 #include <QAbstractButton>
@@ -108,9 +110,14 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
                                              pageData->chbTab1_NoMsg->isChecked()) >= 0)
             TabInput->setCurrentWidget(frmPlaylist);
     };
+    // The scan, the update and the load of a list give the filter its value lists.
+    connect(scanPanel, &ScanPanel::valueListsChanged, findFilterPanel, &FindFilterPanel::SetQualityLists);
+    connect(scanPanel, &ScanPanel::scanFinished, findFilterPanel, &FindFilterPanel::ListRefilled);
     connect(frmPreferences, &FrmPreferences::languageChanged, this, &FrmInput::LanguageChanged);
     connect(frmPreferences, &FrmPreferences::captionToolsRequested, this, [this] {
         FrmCap* cap = Cap();
+        if (!cap->isVisible())
+            CenterOver(cap, this);
         cap->show();
         cap->raise();
         cap->activateWindow();
@@ -207,6 +214,8 @@ void FrmInput::LanguageChanged() {
 
 QuitSteps FrmInput::QuitStepsOfWindows() {
     QuitSteps s;
+    // Closing step 8: with chbPref_PurgeLinklist the links of vanished songs go.
+    s.purgeLinkList = [] { PurgeLinkList(Grids::LbxPic_LinkToPic()); };
     s.unloadForms = [this] {
         pageData->SaveColumnWidths();
         m_unloading = true;

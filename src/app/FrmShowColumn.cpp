@@ -1,5 +1,7 @@
 #include "app/FrmShowColumn.h"
 
+#include "app/WindowPlace.h"
+
 #include "app/MessageBoxPrompt.h"
 #include "app/UiCaptions.h"
 #include "core/DataGrid.h"
@@ -176,6 +178,8 @@ void FrmShowColumn::Open() {
         m_options.at(active)->setChecked(true);
         txtShowCol_Pattern->setText(PatternName(Settings(), active));
     }
+    if (!isVisible())
+        CenterOver(this);
     show();
     raise();
     activateWindow();

@@ -306,11 +306,22 @@ void FrmTag::applyTypeCaptions() {
     if (auto* take = findChild<QPushButton*>(QStringLiteral("btnTab2_TakeFromDataList"));
         take && take->text().isEmpty())
         take->setText(Caption(CapToTagList));
+    // The caption of the typical tab is a caption row for some types: asked anew, so
+    // that it follows the language.
+    if (!m_typeText.isEmpty())
+        m_typeTabs.tab4Caption = ::SetTabsForType(m_typeText, QString()).tab4Caption;
     m_tabs->setTabText(4, m_typeTabs.tab4Caption.isEmpty() ? Caption(CapTypicalTab) : m_typeTabs.tab4Caption);
     for (int i = 0; i < 15; ++i)
         if (QLabel* l = m_panels[4]->label(i); l && m_typeTabs.typicalLabelRows[size_t(i)] != 0)
             l->setText(Caption(m_typeTabs.typicalLabelRows[size_t(i)]));
     m_filterOnOff->setText(Caption(m_filterOn ? CapFilterTurnOff : CapFilterTurnOn));
+    // texts that the reading of a file puts in: they follow a language change too
+    if (!m_hasComment->text().isEmpty())
+        m_hasComment->setText(Caption(CapHasComment));
+    if (m_lfdNr->count() > 0)
+        m_lfdNr->setItemText(0, Caption(CapNewComment));
+    if (QComboBox* g = m_panels[0]->genre(); g && g->count() > 0 && g->itemData(0).toInt() == 255)
+        g->setItemText(0, Caption(CapNoGenre));
 }
 
 void FrmTag::changeEvent(QEvent* event) {
@@ -506,6 +517,7 @@ TagBoxes FrmTag::ReadBoxes() const {
     b.typicalGenre = m_panels[4]->genreValue();
     for (int i = 0; i < 15; ++i)
         b.typical[size_t(i)] = m_panels[4]->boxValue(i);
+    b.v2CommentEnabled = m_comment->isEnabled();
     return b;
 }
 

@@ -85,7 +85,7 @@ private:
     void showComment(int item);
     TagBatch makeBatch();
     TagProgress progressPump();
-    void afterBatch();
+    void afterBatch(bool ran);
     void setFilterMode(bool on);
     void saveOption(UpdateSet set);
     void showValueMenu(QLineEdit* box, const QStringList& values, const QPoint& at, QMenu* menu);

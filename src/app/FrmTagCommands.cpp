@@ -225,11 +225,13 @@ TagBatch FrmTag::makeBatch() {
     return b;
 }
 
-void FrmTag::afterBatch() {
+void FrmTag::afterBatch(bool ran) {
     m_progress->hide();
     for (QPushButton* btn : m_batchButtons)
         btn->setEnabled(true);
-    if (m_tag->Rows() > 0)
+    // A command that a guard, a warning or a No ended wrote nothing: the boxes keep what
+    // the user typed. After a batch they show the current file as it is now.
+    if (ran && m_tag->Rows() > 0)
         ReadTagRow(m_tag->CurRow() > 0 ? m_tag->CurRow() : 1);
 }
 
@@ -238,16 +240,14 @@ void FrmTag::cmdUpdateTag() {
         return;
     const TagBoxes boxes = ReadBoxes();
     TagBatch b = makeBatch();
-    UpdateTags(b, ChosenSet(), boxes);
-    afterBatch();
+    afterBatch(UpdateTags(b, ChosenSet(), boxes).ran);
 }
 
 void FrmTag::cmdDeleteTag() {
     if (m_busy)
         return;
     TagBatch b = makeBatch();
-    DeleteTags(b, ChosenSet());
-    afterBatch();
+    afterBatch(DeleteTags(b, ChosenSet()).ran);
 }
 
 void FrmTag::cmdTagToTag() {
@@ -255,8 +255,7 @@ void FrmTag::cmdTagToTag() {
         return;
     const TagBoxes boxes = ReadBoxes();
     TagBatch b = makeBatch();
-    TagToTag(b, m_tagToTag->currentIndex(), boxes, m_tagToTagStrip->isChecked());
-    afterBatch();
+    afterBatch(TagToTag(b, m_tagToTag->currentIndex(), boxes, m_tagToTagStrip->isChecked()).ran);
 }
 
 void FrmTag::cmdFilenameToTag() {
@@ -265,8 +264,7 @@ void FrmTag::cmdFilenameToTag() {
     const UpdateSet set = ChosenSet();
     TagBatch b = makeBatch();
     NameToTagShown shown;
-    FilenameToTag(b, set, m_nameToTagWithTrack->isChecked(), &shown);
-    afterBatch();
+    afterBatch(FilenameToTag(b, set, m_nameToTagWithTrack->isChecked(), &shown).ran);
     if (!shown.any)
         return;
     // the boxes of the set show what was written last
@@ -303,8 +301,7 @@ void FrmTag::cmdTagToFilename() {
     }
     }
     TagBatch b = makeBatch();
-    TagToFilename(b, set, artist, title, m_tagToNameWithTrack->isChecked(), NumberDigits());
-    afterBatch();
+    afterBatch(TagToFilename(b, set, artist, title, m_tagToNameWithTrack->isChecked(), NumberDigits()).ran);
 }
 
 // ---- single row ---------------------------------------------------------------------------

@@ -11,21 +11,51 @@
 #include "list/modListColumns.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTableView>
 
 namespace {
+// The sub-tab strips scroll sideways when the window is narrow, but always get their
+// full height: the list above gives way instead.
+class StripArea : public QScrollArea {
+public:
+    using QScrollArea::QScrollArea;
+    QSize minimumSizeHint() const override {
+        QSize s = QScrollArea::minimumSizeHint();
+        if (const QWidget* w = widget()) {
+            int h = w->sizeHint().height() + 2 * frameWidth();
+            if (viewport()->width() < w->minimumSizeHint().width())
+                h += horizontalScrollBar()->sizeHint().height();
+            s.setHeight(std::max(s.height(), h));
+        }
+        return s;
+    }
+    QSize sizeHint() const override { return minimumSizeHint().expandedTo(QScrollArea::sizeHint()); }
+
+protected:
+    // A panel added or re-labelled changes the height the strips need: the page's
+    // layout learns it (a scroll area does not pass that on by itself).
+    bool eventFilter(QObject* o, QEvent* e) override {
+        if (o == widget() && e->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(o, e);
+    }
+};
+
 QSettings UserStore() {
     return QSettings(QStringLiteral("Quillotune"), QStringLiteral("Quillotune"));
 }
 } // namespace
 
-InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInput_Data"), parent) {
+InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInput_Data"), parent, false) {
     titleLabel()->hide(); // the list wants the room; the tab says what this is
     layout()->setContentsMargins(6, 6, 6, 6);
 
@@ -43,7 +73,19 @@ InputDataPage::InputDataPage(QWidget* parent) : AreaPage(QStringLiteral("pagInpu
     TabInput1_Sub2->setObjectName(QStringLiteral("TabInput1_Sub2"));
     strips->addWidget(TabInput1_Sub1, 1);
     strips->addWidget(TabInput1_Sub2, 1);
-    body()->addLayout(strips);
+    // The strips scroll when the window is narrower or lower than they need; the list
+    // above keeps the rest of the room.
+    auto* stripHost = new QWidget;
+    stripHost->setObjectName(QStringLiteral("fraTab1_Strips"));
+    strips->setContentsMargins(0, 0, 0, 0);
+    stripHost->setLayout(strips);
+    auto* stripArea = new StripArea(this);
+    stripArea->setObjectName(QStringLiteral("scrTab1_Strips"));
+    stripArea->setFrameShape(QFrame::NoFrame);
+    stripArea->setWidgetResizable(true);
+    stripArea->setWidget(stripHost);
+    stripArea->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    body()->addWidget(stripArea);
     UpdateSubTabVisibility();
 
     // The row that stays under every sub-tab: the mark, the quiet switch, the sums and

@@ -1,5 +1,6 @@
 #include "app/ListsPanel.h"
 
+#include "app/ExportDialog.h"
 #include "app/InputDataPage.h"
 #include "app/InputListEnv.h"
 #include "app/MessageBoxPrompt.h"
@@ -15,7 +16,6 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QPushButton>
 #include <QRadioButton>
@@ -89,18 +89,7 @@ void ListsPanel::btnTab1_Sub2_1_OK_Click() {
 
 QString ListsPanel::DefaultChooseExportFile() {
     const QString preset = Setting(Ini::PresetPathExport, Ini::Col1);
-    QFileDialog dialog(window(), QString(), ExportStartFolder(Settings(), preset, ExportFolders::DataList));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    const QStringList filters = ExportFilters();
-    dialog.setNameFilters(filters);
-    dialog.setDefaultSuffix(ExportDefaultSuffix());
-    for (const QString& f : filters)
-        if (f.contains(QStringLiteral("*.") + ExportDefaultSuffix()))
-            dialog.selectNameFilter(f);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return QString();
-    return dialog.selectedFiles().constFirst();
+    return RunExportDialog(window(), ExportStartFolder(Settings(), preset, ExportFolders::DataList));
 }
 
 void ListsPanel::ExportList() {

@@ -4,8 +4,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QSpacerItem>
 
 namespace {
 QMessageBox::Icon ToBoxIcon(Prompt::Icon icon) {
@@ -36,16 +38,35 @@ void NameButton(QMessageBox& box, QMessageBox::StandardButton which, CaptionRow 
         b->setText(text);
 }
 
+// A short text makes a narrow box, and some window managers then cut the title to
+// "Q…": every box is at least this wide.
+constexpr int kMinBoxWidth = 320;
+
+void KeepWide(QMessageBox& box) {
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(kMinBoxWidth, 0, QSizePolicy::Minimum, QSizePolicy::Expanding),
+                      grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 Prompt* g_override = nullptr;
 } // namespace
 
 void MessageBoxPrompt::Tell(const QString& text, Icon icon) {
     QMessageBox box(ToBoxIcon(icon), Title(), text, QMessageBox::Ok, Parent(m_parent));
+    KeepWide(box);
+    box.exec();
+}
+
+void MessageBoxPrompt::TellUntitled(const QString& text, Icon icon) {
+    QMessageBox box(ToBoxIcon(icon), QString(), text, QMessageBox::Ok, Parent(m_parent));
+    box.setObjectName(QStringLiteral("msgUntitled"));
+    KeepWide(box);
     box.exec();
 }
 
 bool MessageBoxPrompt::AskYesNo(const QString& text, bool defaultYes, Icon icon) {
     QMessageBox box(ToBoxIcon(icon), Title(), text, QMessageBox::Yes | QMessageBox::No, Parent(m_parent));
+    KeepWide(box);
     box.setDefaultButton(defaultYes ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     NameButton(box, QMessageBox::Yes, CapButtonYes);
@@ -55,6 +76,7 @@ bool MessageBoxPrompt::AskYesNo(const QString& text, bool defaultYes, Icon icon)
 
 bool MessageBoxPrompt::AskOkCancel(const QString& text, Icon icon) {
     QMessageBox box(ToBoxIcon(icon), Title(), text, QMessageBox::Ok | QMessageBox::Cancel, Parent(m_parent));
+    KeepWide(box);
     box.setDefaultButton(QMessageBox::Ok);
     NameButton(box, QMessageBox::Cancel, CapButtonCancel);
     return box.exec() == QMessageBox::Ok;

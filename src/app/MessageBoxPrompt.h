@@ -11,6 +11,7 @@ public:
     void SetParent(QWidget* parent) { m_parent = parent; }
 
     void Tell(const QString& text, Icon icon = Icon::Information) override;
+    void TellUntitled(const QString& text, Icon icon = Icon::Critical) override;
     bool AskYesNo(const QString& text, bool defaultYes = true, Icon icon = Icon::Question) override;
     bool AskOkCancel(const QString& text, Icon icon = Icon::Question) override;
     std::optional<QString> InputBox(const QString& text, const QString& initial = QString()) override;

@@ -152,6 +152,7 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
         btnTab1_HandleFileInput_Click(i);
     });
     connect(folders, &FolderPanel::closeRequested, this, &ScanPanel::CloseFolderPane);
+    connect(folders, &FolderPanel::readFolderRequested, this, &ScanPanel::btnTab1_GetFiles_Click);
     connect(chbTab1_CheckCharacters, &QCheckBox::toggled, this, [this](bool on) {
         const bool boxes = on && !chbTab1_UseChecklist->isChecked();
         for (QLineEdit* e : txtTab1_Searchstring_ArtistTitle)
@@ -164,6 +165,11 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
             e->setEnabled(boxes);
     });
     chbTab1_UseChecklist->setEnabled(false);
+    // The sub-folder switch is kept: the next start begins as the user left it.
+    connect(chbTab1_SubFolders, &QCheckBox::toggled, this, [](bool on) {
+        if (!State().SuppressEvents)
+            SetSettingOn(Ini::PresetSubfolder, Ini::Col1, on);
+    });
 }
 
 // ---- folder pane ----------------------------------------------------------------------
@@ -175,9 +181,10 @@ bool ScanPanel::FolderPaneOpen() const {
 void ScanPanel::OpenFolderPane() {
     folders->show();
     if (folders->Drive1->count() == 0)
-        folders->ApplySettings();
+        folders->ApplySettings(AppPrompt());
     const int total = std::max(splitter->width(), 400);
     splitter->setSizes({m_lastSplitterWidth, total - m_lastSplitterWidth});
+    folders->ScrollToStart();
     folders->Folderview->setFocus();
 }
 
@@ -275,8 +282,9 @@ void ScanPanel::ApplySettings() {
     State().SuppressEvents = true;
     chbTab1_SubFolders->setChecked(SettingOn(Ini::PresetSubfolder, Ini::Col1));
     State().SuppressEvents = quiet;
-    if (!folders->isHidden())
-        folders->ApplySettings();
+    // The volume list and the tree are set at the start, with the pane still closed, so
+    // that a stored folder that is gone is told at once.
+    folders->ApplySettings(AppPrompt());
 }
 
 void ScanPanel::SetListCommandsEnabled(bool on) {
@@ -368,7 +376,18 @@ QString ScanPanel::PickListFile(int action) {
     const QString title = Caption(CapDataListFilter);
     if (action == 0)
         return QFileDialog::getSaveFileName(this, title, SavedListFolder(), SavedListFilter());
-    return QFileDialog::getOpenFileName(this, title, SavedListFolder(), SavedListFilter());
+    if (action == 1)
+        return QFileDialog::getOpenFileName(this, title, SavedListFolder(), SavedListFilter());
+    // Deleting: the button of the dialogue says what it does.
+    QFileDialog dialog(window(), title, SavedListFolder(), SavedListFilter());
+    dialog.setObjectName(QStringLiteral("dlgDeleteList"));
+    dialog.setOption(QFileDialog::DontUseNativeDialog, true);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setLabelText(QFileDialog::Accept, Caption(CapDeleteButton));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return QString();
+    return dialog.selectedFiles().constFirst();
 }
 
 void ScanPanel::btnTab1_HandleFileInput_Click(int item) {

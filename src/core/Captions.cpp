@@ -4,6 +4,7 @@
 #include "core/DataGrid.h"
 
 #include <QFileInfo>
+#include <QLocale>
 
 namespace {
 int g_languageColumn = kLanguageGerman;
@@ -24,6 +25,15 @@ int LanguageColumn() {
 }
 void SetLanguageColumn(int column) {
     g_languageColumn = column;
+    // Numbers in cells, sums and exports follow the program's language, not the
+    // system's: German "1.234,56", English "1,234.56"; an imported language keeps the
+    // system's way.
+    if (column == kLanguageGerman)
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    else if (column == kLanguageEnglish)
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    else
+        QLocale::setDefault(QLocale::system());
 }
 
 QString Caption(CaptionRow row) {

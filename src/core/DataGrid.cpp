@@ -104,6 +104,7 @@ int DataGrid::AddColumn(const QString& key, const QString& caption, int widthTwi
     c.visible = visible;
     c.sortType = sortType;
     m_columns.push_back(c);
+    m_displayOrder.clear();
     NoteColumnsChanged();
     return Cols();
 }
@@ -165,7 +166,30 @@ void DataGrid::ClearFooters() {
 
 void DataGrid::RemoveAllColumns() {
     m_columns.clear();
+    m_displayOrder.clear();
     NoteColumnsChanged();
+}
+
+std::vector<int> DataGrid::DisplayOrder() const {
+    if (m_displayOrder.size() == m_columns.size())
+        return m_displayOrder;
+    std::vector<int> natural(m_columns.size());
+    for (std::size_t i = 0; i < natural.size(); ++i)
+        natural[i] = int(i) + 1;
+    return natural;
+}
+
+void DataGrid::SetDisplayOrder(const std::vector<int>& order) {
+    m_displayOrder.clear();
+    if (order.size() != m_columns.size())
+        return;
+    std::vector<bool> seen(order.size(), false);
+    for (int c : order) {
+        if (c < 1 || c > Cols() || seen[std::size_t(c - 1)])
+            return;
+        seen[std::size_t(c - 1)] = true;
+    }
+    m_displayOrder = order;
 }
 
 // ---- rows --------------------------------------------------------------------------

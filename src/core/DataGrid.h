@@ -56,6 +56,12 @@ public:
     void SetFooterText(int col, const QString& text);
     void ClearFooters();
     void RemoveAllColumns(); // rows stay, cells beyond the new columns are dropped on the next write
+    // The order in which the columns are shown (column numbers, left to right): the
+    // grid's own order until a view moves a column. Exports write in this order.
+    std::vector<int> DisplayOrder() const;
+    // Taken only when it holds every column exactly once; anything else restores the
+    // grid's own order.
+    void SetDisplayOrder(const std::vector<int>& order);
 
     // ---- rows and cells ------------------------------------------------------------
     int Rows() const { return int(m_rows.size()); }
@@ -185,6 +191,7 @@ private:
     void NoteFootersChanged();
 
     std::vector<GridColumn> m_columns;
+    std::vector<int> m_displayOrder; // empty: the grid's own order
     std::vector<Row> m_rows;
     int m_curRow = 0;
     bool m_locked = false;

@@ -17,6 +17,9 @@ public:
 
     // A message with an OK button.
     virtual void Tell(const QString& text, Icon icon = Icon::Information) = 0;
+    // The same without a title: the rare message that shows another program's text
+    // (the tag engine's) as it stands. Where there are no titles it is a Tell.
+    virtual void TellUntitled(const QString& text, Icon icon = Icon::Critical) { Tell(text, icon); }
     // Yes/No; defaultYes chooses the default button. Returns true for Yes.
     virtual bool AskYesNo(const QString& text, bool defaultYes = true, Icon icon = Icon::Question) = 0;
     // OK/Cancel. Returns true for OK.
@@ -32,7 +35,7 @@ public:
 class ScriptedPrompt : public Prompt {
 public:
     struct Shown {
-        QString kind; // "tell", "yesno", "okcancel", "input"
+        QString kind; // "tell", "untitled", "yesno", "okcancel", "input"
         QString text;
         Icon icon;
     };
@@ -44,6 +47,9 @@ public:
 
     void Tell(const QString& text, Icon icon = Icon::Information) override {
         shown.push_back({QStringLiteral("tell"), text, icon});
+    }
+    void TellUntitled(const QString& text, Icon icon = Icon::Critical) override {
+        shown.push_back({QStringLiteral("untitled"), text, icon});
     }
     bool AskYesNo(const QString& text, bool defaultYes = true, Icon icon = Icon::Question) override {
         (void)defaultYes;

@@ -138,8 +138,12 @@ int FindCaptionText(const QString& text, int col, int curRow) {
 
 int FindFreeCaptionRow(int curRow) {
     const DataGrid& t = CaptionTable();
+    // Free: no note and no text in any language, so that a new text takes nobody's row.
     for (int r = std::max(curRow, 0) + 1; r <= t.Rows(); ++r) {
-        if (t.CellText(r, 2).isEmpty())
+        bool empty = true;
+        for (int c = 2; c <= t.Cols() && empty; ++c)
+            empty = t.CellView(r, c).isEmpty();
+        if (empty)
             return r;
     }
     return 0;

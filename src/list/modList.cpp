@@ -116,8 +116,9 @@ QString SumLabelText(const SumTarget& t, bool markedOnly) {
     }
     const qint64 whole = WholeSeconds(seconds);
     const QString time = whole > 0 ? FormatDuration(whole) : QStringLiteral("00:00");
-    // "0,0 " for none: the label then reads "... / 0,0  Mb", as it always has.
-    const QString size = bytes > 0 ? FormatMegabytes(bytes) : QStringLiteral("0,0 ");
+    // "0,0 " for none: the label then reads "... / 0,0  Mb", as it always has; in
+    // English "0.0 ", the same number as every other in the program's language.
+    const QString size = bytes > 0 ? FormatMegabytes(bytes) : QLocale().toString(0.0, 'f', 1) + u' ';
     return QStringLiteral("(%1)  ").arg(count) + time +
            (time.size() <= 5 ? QStringLiteral(" mm:ss / ") : QStringLiteral(" h:mm:ss / ")) + size +
            QStringLiteral(" Mb");

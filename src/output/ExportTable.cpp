@@ -2,9 +2,15 @@
 
 ExportTable::ExportTable(const DataGrid& grid, int columnsMode, bool withHeader, int rowsMode)
     : m_grid(grid), m_withHeader(withHeader), m_allRows(rowsMode != 1) {
-    for (int c = 1; c <= grid.Cols(); ++c)
-        if (columnsMode != 2 || grid.Column(c).visible)
+    // The shown columns in the order the user sees them; all columns in the grid's own.
+    if (columnsMode == 2) {
+        for (int c : grid.DisplayOrder())
+            if (grid.Column(c).visible)
+                m_cols.push_back(c);
+    } else {
+        for (int c = 1; c <= grid.Cols(); ++c)
             m_cols.push_back(c);
+    }
     if (!m_allRows)
         m_rows = grid.SelectedRows();
 }

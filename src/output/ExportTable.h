@@ -10,8 +10,9 @@
 
 class ExportTable {
 public:
-    // columnsMode 2: the shown columns; any other value: all columns. rowsMode 1: the
-    // selected rows; any other value: all rows. Columns keep the grid's order.
+    // columnsMode 2: the shown columns, in their display order; any other value: all
+    // columns in the grid's order. rowsMode 1: the selected rows; any other value: all
+    // rows.
     ExportTable(const DataGrid& grid, int columnsMode, bool withHeader, int rowsMode);
 
     const DataGrid& Grid() const { return m_grid; }

@@ -118,6 +118,17 @@ QString ExportDefaultSuffix() {
     return QStringLiteral("txt");
 }
 
+QString ExportSuffixOfFilter(const QString& filter) {
+    const qsizetype at = filter.lastIndexOf(QLatin1String("(*."));
+    if (at < 0 || !filter.endsWith(QLatin1Char(')')))
+        return QString();
+    const QString suffix = filter.mid(at + 3, filter.size() - at - 4).toLower();
+    for (const char* ext : {"xls", "txt", "csv", "xml", "htm"})
+        if (suffix == QLatin1String(ext))
+            return suffix;
+    return QString();
+}
+
 QString ExportStartFolder(const DataGrid& settings, const QString& presetFolder,
                           const ExportFolderRule& rule) {
     if (!presetFolder.isEmpty())

@@ -57,6 +57,8 @@ int ExportFormatForPath(const QString& path);
 QStringList ExportFilters();
 QString ExportFilterString();
 QString ExportDefaultSuffix();
+// The ending of one of those filters ("csv" of "... (*.csv)"); empty for any other text.
+QString ExportSuffixOfFilter(const QString& filter);
 
 // Where a list's export folder is remembered in the settings grid.
 struct ExportFolderRule {

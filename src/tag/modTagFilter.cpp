@@ -37,7 +37,6 @@ FilterOnResult FilterOn(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, con
     const int rows = lbxTag.Rows();
     // One pass over the files: the rows without V2 are marked, the values of the others
     // kept for the combos.
-    std::vector<QString> oldMarks(size_t(rows) + 1);
     std::vector<FilterTexts> values;
     values.reserve(size_t(rows));
     int marked = 0;
@@ -47,7 +46,6 @@ FilterOnResult FilterOn(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, con
         if (hasV2) {
             values.push_back(FilterValuesOfFile(engine));
         } else {
-            oldMarks[size_t(row)] = lbxTag.CellText(row, TagCol::FTag);
             lbxTag.SetCellText(row, TagCol::FTag, Mark::DDelete);
             ++marked;
         }
@@ -59,9 +57,10 @@ FilterOnResult FilterOn(DataGrid& lbxTag, TagEngine& engine, Prompt& prompt, con
         const QString q = Caption(CapFilterNoV2) + QLatin1Char('\n') + Caption(CapFilterNoV2Count) +
                           QString::number(marked) + QLatin1Char('\n') + Caption(CapContinueQuestion);
         if (!prompt.AskYesNo(q)) {
+            // No: the rows stay, their marks are cleared, the filter stays off.
             for (int row = 1; row <= rows; ++row)
                 if (lbxTag.CellView(row, TagCol::FTag) == Mark::DDelete)
-                    lbxTag.SetCellText(row, TagCol::FTag, oldMarks[size_t(row)]);
+                    lbxTag.SetCellText(row, TagCol::FTag, QString());
             return r;
         }
         lbxTag.LockUpdate(true);

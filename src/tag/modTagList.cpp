@@ -290,7 +290,8 @@ QString UpdateOptionToSetting(UpdateSet set) {
 TabsForType SetTabsForType(const QString& typeText, const QString& updateOption) {
     TabsForType r;
     const QString t = NormaliseTypeText(typeText).toUpper();
-    const bool typicalOn = updateOption.size() >= 5 && updateOption[4] == QLatin1Char('1');
+    // Both forms of the row: "00001" and the lone number "5".
+    const bool typicalOn = UpdateOptionFromSetting(updateOption) == UpdateSet::Typical;
     if (t == QLatin1String("MP3") || t == QLatin1String("MPP")) {
         r.tabEnabled = {true, true, true, true, false};
         r.tab4Caption = Caption(CapTypicalTab);

@@ -63,7 +63,8 @@ std::array<QString, ValCount> ReadSource(const TagEngine& e, int source, int typ
         v[Artist] = Take(b.v2[2].enabled, e.V2Artist());
         v[Title] = Take(b.v2[3].enabled, e.V2Title());
         v[Album] = Take(b.v2[4].enabled, e.V2Album());
-        v[Comment] = e.CommentText(1); // the comment area has no check box
+        // the first comment, unless the comment area is switched off: then "No"
+        v[Comment] = Take(b.v2CommentEnabled, e.CommentText(1));
         break;
     case 2:
         v[Genre] = Take(b.apeGenre.enabled, e.ApeGenre());
@@ -133,7 +134,9 @@ bool WriteTarget(TagEngine& e, const QString& path, int target, int type,
     case 1:
     case 2:
     case 3: {
-        if (target == 3)
+        // The V1 provision of the Lyrics set serves MP3 and MPP only: a FLAC or Ogg
+        // file must not get a V1 tag from it.
+        if (target == 3 && (type == 1 || type == 7))
             EnsureV1ForLyrics(e, path);
         const TargetSet& set = FixedTarget(target);
         for (size_t i = 0; i < ValCount; ++i)
@@ -158,15 +161,17 @@ bool WriteTarget(TagEngine& e, const QString& path, int target, int type,
 }
 
 bool StripSource(TagEngine& e, const QString& path, int source, int type) {
+    // A FLAC file keeps its V1 and APE tags, an Ogg file its APE tag, as the delete
+    // command does: those strips are left out.
     switch (source) {
     case 0:
-        return e.RemoveV1(path) != 0;
+        return type == 4 ? true : e.RemoveV1(path) != 0;
     case 1:
         return e.RemoveV2(path) != 0;
     case 2:
-        return e.RemoveApe(path) != 0;
+        return (type == 4 || type == 6) ? true : e.RemoveApe(path) != 0;
     case 3:
-        return e.RemoveLyrics(path) != 0;
+        return (type == 1 || type == 7) ? e.RemoveLyrics(path) != 0 : true;
     case 4:
         return type == 6 ? e.RemoveOgg(path) != 0 : true;
     default:

@@ -179,8 +179,9 @@ BatchResult UpdateTags(TagBatch& batch, UpdateSet set, const TagBoxes& boxes) {
             QString lyricsError;
             const bool failed = UpdateFile(*batch.engine, path, set, boxes, &lyricsError);
             if (!lyricsError.isNull())
-                prompt.Tell(lyricsError.isEmpty() ? Caption(CapFileSaveFailed) : lyricsError,
-                            Prompt::Icon::None);
+                // the engine's own text, in a box without a title
+                prompt.TellUntitled(lyricsError.isEmpty() ? Caption(CapFileSaveFailed) : lyricsError,
+                                    Prompt::Icon::None);
             if (!failed)
                 CarryBackToInput(batch, row, path);
             return !failed;

@@ -28,7 +28,8 @@ struct TagBoxes {
     bool v1GenreEnabled = false;
     int v1GenreData = -1;
     TagBox v2Genre;
-    std::array<TagBox, 15> v2; // 13 rating, 14 mood
+    std::array<TagBox, 15> v2;    // 13 rating, 14 mood
+    bool v2CommentEnabled = true; // the comment area (a V2 source of a transfer)
     TagBox apeGenre;
     std::array<TagBox, 7> ape;
     TagBox lyricsGenre;

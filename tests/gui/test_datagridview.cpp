@@ -366,14 +366,22 @@ private slots:
 
     void autoSize() {
         auto g = MakeGrid(10);
-        g->SetCellText(7, 3, QString(60, QLatin1Char('W')));
+        g->SetCellText(7, 3, QString(16, QLatin1Char('W')));
         DataGridView v(g.get());
         g->DoColumnAutoSize(3);
         const int px = v.table()->horizontalHeader()->sectionSize(2);
-        const int text = v.table()->fontMetrics().horizontalAdvance(QString(60, QLatin1Char('W')));
+        const int text = v.table()->fontMetrics().horizontalAdvance(QString(16, QLatin1Char('W')));
         QVERIFY(px >= text);
         QVERIFY(px <= text + 40);
         QCOMPARE(g->Column(3).width, px * 15);
+        // A very long text: the fitted width stops at a third of the view (at least 300).
+        v.resize(1500, 400);
+        g->SetCellText(8, 3, QString(300, QLatin1Char('W')));
+        g->DoColumnAutoSize(3);
+        const int capped = v.table()->horizontalHeader()->sectionSize(2);
+        const int third = std::max(v.table()->viewport()->width(), 900) / 3;
+        QVERIFY2(capped <= third + 12, qPrintable(QString::number(capped)));
+        QVERIFY(capped >= third);
     }
 
     void largeGrid() {

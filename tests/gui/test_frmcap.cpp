@@ -137,6 +137,27 @@ private slots:
         CaptionTable().SetCellText(97, 2, QStringLiteral("note"));
         Click(cap, "btnFrmCap_FindFree");
         QCOMPARE(CaptionTable().CurRow(), 98);
+        // A row with a text in one language only is not free either.
+        CaptionTable().SetCurRow(50);
+        CaptionTable().SetCellText(51, 4, QStringLiteral("only English"));
+        for (int r = 51; r <= 60; ++r)
+            if (r != 51 && r != 52)
+                CaptionTable().SetCellText(r, 2, QStringLiteral("taken"));
+        Click(cap, "btnFrmCap_FindFree");
+        QCOMPARE(CaptionTable().CurRow(), 52);
+
+        // The note of the current row is typed into its box.
+        auto* note = Find<QLineEdit>(cap, "txtCap_Note");
+        QVERIFY(note->isEnabled());
+        note->clear();
+        QTest::keyClicks(note, QStringLiteral("kept for the player"));
+        QTest::keyClick(note, Qt::Key_Return);
+        QCOMPARE(CaptionTable().CellText(52, 2), QStringLiteral("kept for the player"));
+        QVERIFY(CaptionTableChanged());
+        CaptionTable().SetCurRow(51);
+        QVERIFY(note->text().isEmpty());
+        CaptionTable().SetCurRow(52);
+        QCOMPARE(note->text(), QStringLiteral("kept for the player"));
 
         // The text of the current row in the chosen language; the row number stays.
         CaptionTable().SetCurRow(5);

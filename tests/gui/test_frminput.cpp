@@ -242,6 +242,29 @@ private slots:
         QVERIFY(QFile::exists(g.folder.file("lnkpic.qlt")));
     }
 
+    // With the purge switch set, closing drops the links of songs that are gone.
+    void closingPurgesTheLinkList() {
+        GuiProgram g;
+        QVERIFY(g.Start({{{Ini::PurgeLinklist, Ini::Col1}, "1"}}));
+        const QString present = g.folder.file("present.mp3");
+        QFile f(present);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.close();
+        DataGrid& links = Grids::LbxPic_LinkToPic();
+        links.Clear();
+        while (links.Cols() < 2)
+            links.AddColumn(QStringLiteral("C%1").arg(links.Cols() + 1), QString());
+        links.AddRow({present, "a.jpg"});
+        links.AddRow({g.folder.file("gone.mp3"), "b.jpg"});
+        g.prompt.answers = {true};
+        QTest::mouseClick(Find<QPushButton>(g.window.get(), "btn2Tab1_ClosePrg"), Qt::LeftButton);
+        DataGrid onDisk;
+        QVERIFY(onDisk.LoadFile(g.folder.file("lnkpic.qlt")));
+        QCOMPARE(onDisk.Rows(), 1);
+        QCOMPARE(onDisk.CellText(1, 1), present);
+        links.Clear();
+    }
+
     void cornerCloseAsksOnce() {
         GuiProgram g;
         QVERIFY(g.Start());

@@ -231,6 +231,63 @@ private slots:
         QCOMPARE(Named<QLineEdit>(w, "txtTab2_V2(13)")->text(), QStringLiteral("***"));
     }
 
+    // A warning or a No ends the command without a write: what the user typed stays.
+    void warningsKeepWhatWasTyped() {
+        TagUiFixture f;
+        f.AddFile("mp3", "A.mp3");
+        f.AddFile("mp3", "B.mp3");
+        FrmTag w(&f.input, &f.prompt);
+        w.show();
+        f.input.SelectAll();
+        QVERIFY(w.LoadTagList("MP3"));
+        w.lbxTag().SelectAll();
+        for (QRadioButton* o : w.findChildren<QRadioButton*>())
+            o->setAutoExclusive(false), o->setChecked(false);
+        QCOMPARE(w.ChosenSet(), UpdateSet::None);
+        QTest::mouseClick(Named<QCheckBox>(w, "chbTab2_V2(2)"), Qt::LeftButton);
+        QLineEdit* artist = Named<QLineEdit>(w, "txtTab2_V2(2)");
+        QVERIFY(artist->isEnabled());
+        QTest::keyClicks(artist, "Typed Artist");
+        QTest::mouseClick(Named<QCheckBox>(w, "chbTab2_V2(3)"), Qt::LeftButton);
+        QTest::keyClicks(Named<QLineEdit>(w, "txtTab2_V2(3)"), "Typed Title");
+        // No set chosen: the warning.
+        QTest::mouseClick(Named<QPushButton>(w, "btnTab2_UpdateTag"), Qt::LeftButton);
+        QCOMPARE(f.prompt.LastText(), Caption(CapNoTagChosenToUpdate));
+        QCOMPARE(artist->text(), QStringLiteral("Typed Artist"));
+        // No at the question.
+        QTest::mouseClick(Named<QRadioButton>(w, "OptTab2_UpdateV2"), Qt::LeftButton);
+        f.prompt.answers = {false};
+        QTest::mouseClick(Named<QPushButton>(w, "btnTab2_UpdateTag"), Qt::LeftButton);
+        QCOMPARE(f.prompt.shown.back().kind, QStringLiteral("yesno"));
+        QCOMPARE(artist->text(), QStringLiteral("Typed Artist"));
+        // Yes at the question, No at the warning about one title for many files.
+        f.prompt.answers = {true, false};
+        QTest::mouseClick(Named<QPushButton>(w, "btnTab2_UpdateTag"), Qt::LeftButton);
+        QVERIFY(f.prompt.shown.back().text.startsWith(Caption(CapSameTrackTitleWarning)));
+        QCOMPARE(artist->text(), QStringLiteral("Typed Artist"));
+        QCOMPARE(Named<QLineEdit>(w, "txtTab2_V2(3)")->text(), QStringLiteral("Typed Title"));
+        QVERIFY(f.engine.OpenFile(TagRowPath(w.lbxTag(), 1)));
+        QCOMPARE(f.engine.V2Artist(), QString());
+        // The playlist is not there yet: its hand-over stays off.
+        QVERIFY(!Named<QPushButton>(w, "btnTab2_CopyToPlaylist")->isEnabled());
+    }
+
+    // No at the question of the filter: the rows stay, with their marks cleared.
+    void filterNoClearsTheMarks() {
+        TagUiFixture f;
+        f.AddFile("mp3", "A.mp3");
+        FrmTag w(&f.input, &f.prompt);
+        w.show();
+        f.input.SelectAll();
+        QVERIFY(w.LoadTagList("MP3"));
+        w.lbxTag().SetCellText(1, TagCol::FTag, "mine");
+        f.prompt.answers = {false};
+        QTest::mouseClick(Named<QPushButton>(w, "btnTab2_FilterOnOff"), Qt::LeftButton);
+        QCOMPARE(w.lbxTag().Rows(), 1);
+        QCOMPARE(w.lbxTag().CellText(1, TagCol::FTag), QString());
+        QVERIFY(Named<QComboBox>(w, "cmbTab2_FilterV2(2)")->isHidden());
+    }
+
     void noMsgLeavesOnlyTheFailureReport() {
         TagUiFixture f;
         f.AddFile("mp3", "A.mp3");

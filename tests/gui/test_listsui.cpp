@@ -3,18 +3,27 @@
 // to the tag list, and the options that wait for their lists.
 
 #include "ListWindowFixture.h"
+#include "app/DataGridView.h"
+#include "app/ExportDialog.h"
+#include "app/InputDataPage.h"
 #include "app/ListsPanel.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "list/Marks.h"
+#include "output/modExport.h"
 
 #include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTemporaryDir>
 
 class TestListsUi : public QObject {
@@ -68,6 +77,70 @@ private slots:
         asked = out.filePath(QStringLiteral("list.html"));
         Run(g, "optTab1_FileExport");
         QVERIFY(!QFile::exists(asked));
+    }
+
+    // A name typed without an ending takes the ending of the chosen type.
+    void dialogTakesTheEndingOfTheChosenType() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QTemporaryDir out;
+        for (const char* ext : {"xls", "csv", "htm", "xml", "txt"}) {
+            std::unique_ptr<QFileDialog> d(MakeExportDialog(g.window.get(), out.path()));
+            d->open();
+            auto* types = d->findChild<QComboBox*>("fileTypeCombo");
+            auto* name = d->findChild<QLineEdit*>("fileNameEdit");
+            QVERIFY(types && name);
+            // The type "txt" is chosen at first.
+            QVERIFY(types->currentText().endsWith("(*.txt)"));
+            // Chosen by the keyboard, as a user may do it.
+            QTest::keyClick(types, Qt::Key_Home);
+            for (int k = 0;
+                 k < types->count() && !types->currentText().endsWith(QStringLiteral("(*.%1)").arg(ext)); ++k)
+                QTest::keyClick(types, Qt::Key_Down);
+            QVERIFY(types->currentText().endsWith(QStringLiteral("(*.%1)").arg(ext)));
+            name->clear();
+            QTest::keyClicks(name, "my list");
+            QTest::keyClick(name, Qt::Key_Return);
+            QCOMPARE(d->result(), int(QDialog::Accepted));
+            QCOMPARE(d->selectedFiles().value(0), out.filePath(QStringLiteral("my list.%1").arg(ext)));
+        }
+        // A name with its own ending keeps it.
+        std::unique_ptr<QFileDialog> d(MakeExportDialog(g.window.get(), out.path()));
+        d->open();
+        auto* name = d->findChild<QLineEdit*>("fileNameEdit");
+        QTest::keyClicks(name, "other.csv");
+        QTest::keyClick(name, Qt::Key_Return);
+        QCOMPARE(d->selectedFiles().value(0), out.filePath("other.csv"));
+        QCOMPARE(ExportSuffixOfFilter("Liste (*.XLS)"), QString("xls"));
+        QCOMPARE(ExportSuffixOfFilter("Liste (*.html)"), QString());
+    }
+
+    // The export writes the shown columns in the order the user dragged them into.
+    void exportFollowsTheShownOrder() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        g.window->show();
+        FillSampleRows();
+        DataGrid& list = Grids::LbxInput();
+        for (int c = 1; c <= list.Cols(); ++c)
+            list.SetColumnVisible(c, c == InCol::FileName || c == InCol::Artist || c == InCol::Title);
+        QHeaderView* h = g.window->pageData->LbxInput->table()->horizontalHeader();
+        // The user drags "Title" in front of "File name".
+        h->moveSection(h->visualIndex(InCol::Title - 1), h->visualIndex(InCol::FileName - 1));
+        QTemporaryDir out;
+        const QString path = out.filePath("order.txt");
+        Panel(g)->chooseExportFile = [&] { return path; };
+        Control<QCheckBox>(g.window.get(), "chbTab1_NoMsg")->setChecked(true);
+        Run(g, "optTab1_FileExport");
+        const QList<QByteArray> lines = ReadAll(path).split('\n');
+        QVERIFY(lines.size() > 2);
+        const QList<QByteArray> header = lines[0].trimmed().split('\t');
+        QCOMPARE(header.size(), 3);
+        QCOMPARE(QString::fromUtf8(header[0]), list.Column(InCol::Title).caption);
+        QCOMPARE(QString::fromUtf8(header[1]), list.Column(InCol::FileName).caption);
+        QCOMPARE(QString::fromUtf8(header[2]), list.Column(InCol::Artist).caption);
+        QVERIFY(lines[1].startsWith("Waterloo\tAbba - Waterloo.mp3\tAbba"));
+        QCOMPARE(list.DisplayOrder()[std::size_t(InCol::FileName - 1)], InCol::Title);
     }
 
     void presetFolderWins() {

@@ -11,12 +11,20 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "list/InputColumns.h"
+#include "tag/TagEngine.h"
+#include "tag/modTagUpdate.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeWidget>
@@ -27,6 +35,32 @@ namespace {
 bool CopyFixture(const QString& fixture, const QString& target) {
     QDir().mkpath(QFileInfo(target).path());
     return QFile::copy(FixtureDir() + "/" + fixture, target);
+}
+
+// A copy of the MP3 fixture with the program's rating and mood frames.
+bool RatedCopy(const QString& target, const QString& rating, const QString& mood) {
+    if (!CopyFixture("tone.mp3", target))
+        return false;
+    TagEngine e;
+    if (e.OpenFile(target) != 1)
+        return false;
+    SetTagRatingMood(e, "Rating", rating, "ID3v2");
+    SetTagRatingMood(e, "Mood", mood, "ID3v2");
+    return e.SaveV2(target) != 0;
+}
+
+QTreeWidgetItem* NodeOf(QTreeWidget* tree, const QString& path) {
+    for (QTreeWidgetItem* i : tree->findItems("*", Qt::MatchWildcard | Qt::MatchRecursive))
+        if (i->data(0, Qt::UserRole).toString() == path)
+            return i;
+    return nullptr;
+}
+
+QStringList Items(const QComboBox* box) {
+    QStringList out;
+    for (int i = 0; i < box->count(); ++i)
+        out << box->itemText(i);
+    return out;
 }
 
 } // namespace
@@ -111,6 +145,88 @@ private slots:
         QCOMPARE(list.Rows(), 2);
     }
 
+    // The rating and mood boxes of the filter take their values from every scan, update
+    // and load; the value chosen stays chosen.
+    void scanFillsRatingAndMoodFilters() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        g.window->show();
+        QTemporaryDir tmp;
+        QVERIFY(RatedCopy(tmp.path() + "/Abba - One.mp3", "***", "happy"));
+        QVERIFY(RatedCopy(tmp.path() + "/Beatles - Two.mp3", "*", "sad"));
+        QVERIFY(RatedCopy(tmp.path() + "/Cream - Three.mp3", "***", "happy"));
+        ScanPanel* p = g.window->scanPanel;
+        auto* rating = g.window->findChild<QComboBox*>("cmbTab1_Filter(2)");
+        auto* mood = g.window->findChild<QComboBox*>("cmbTab1_Filter(3)");
+        auto* column = g.window->findChild<QComboBox*>("cmbTab1_Filter(0)");
+        auto* value = g.window->findChild<QComboBox*>("cmbTab1_Filter(1)");
+        QVERIFY(rating && mood && column && value);
+        QCOMPARE(rating->count(), 0);
+        QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton); // opens the pane
+        QVERIFY(p->folders->ShowFolder(tmp.path()));
+        column->setCurrentIndex(3);
+        QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+        QCOMPARE(Grids::LbxInput().Rows(), 3);
+        QCOMPARE(Items(rating), QStringList({"", "*", "***"}));
+        QCOMPARE(Items(mood), QStringList({"", "happy", "sad"}));
+        // The main filter box stands on its first entry, the artists, with their values.
+        QCOMPARE(column->currentIndex(), 0);
+        QCOMPARE(Items(value), QStringList({"", "Abba", "Beatles", "Cream"}));
+
+        // A choice survives the update of the list.
+        rating->setCurrentIndex(2);
+        mood->setCurrentIndex(1);
+        QVERIFY(RatedCopy(tmp.path() + "/Doors - Four.mp3", "**", "calm"));
+        QFile::remove(tmp.path() + "/Beatles - Two.mp3");
+        QVERIFY(RatedCopy(tmp.path() + "/Beatles - Two.mp3", "*****", "sad"));
+        QTest::mouseClick(p->btnTab1_UpdateData, Qt::LeftButton);
+        QCOMPARE(Items(rating), QStringList({"", "***", "*****"}));
+        QCOMPARE(rating->currentText(), QString("***"));
+        QCOMPARE(mood->currentText(), QString("happy"));
+
+        // A load of a saved list builds them from its rows.
+        const QString data = tmp.path() + "/saved.data";
+        p->chooseListFile = [&](int) { return data; };
+        g.window->pageData->chbTab1_NoMsg->setChecked(true);
+        emit p->btnTab1_HandleFileInput->activated(0);
+        QVERIFY(QFile::exists(data));
+        Grids::LbxInput().Clear();
+        QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+        QCOMPARE(Grids::LbxInput().Rows(), 4);
+        QCOMPARE(Items(rating), QStringList({"", "**", "***", "*****"}));
+        Grids::LbxInput().Clear();
+        emit p->btnTab1_HandleFileInput->activated(1);
+        QCOMPARE(Grids::LbxInput().Rows(), 3);
+        QCOMPARE(Items(rating), QStringList({"", "***", "*****"}));
+        QCOMPARE(Items(mood), QStringList({"", "happy", "sad"}));
+        QCOMPARE(rating->currentText(), QString("***"));
+    }
+
+    // One very long name does not make the name column wider than a third of the view.
+    void fittedColumnIsCapped() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        g.window->resize(1280, 800);
+        g.window->show();
+        QTemporaryDir tmp;
+        const QString longName = QString(200, QChar('x')) + " - Song.mp3";
+        QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/" + longName));
+        QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/a.mp3"));
+        ScanPanel* p = g.window->scanPanel;
+        QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+        QVERIFY(p->folders->ShowFolder(tmp.path()));
+        QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+        QCOMPARE(Grids::LbxInput().Rows(), 2);
+        auto* table = g.window->pageData->LbxInput->table();
+        const int width = table->horizontalHeader()->sectionSize(InCol::FileName - 1);
+        QVERIFY2(width <= std::max(table->viewport()->width(), 900) / 3 + 12,
+                 qPrintable(QString::number(width)));
+        QVERIFY(width >= 200);
+        // The user can still widen it by hand.
+        table->horizontalHeader()->resizeSection(InCol::FileName - 1, 1500);
+        QCOMPARE(Grids::LbxInput().Column(InCol::FileName).width, 1500 * 15);
+    }
+
     void abortByButton() {
         GuiProgram g;
         QVERIFY(g.Start());
@@ -176,6 +292,158 @@ private slots:
         QCOMPARE(FolderPanel::DriveText("/media/usb", "STICK"), QString("/media/usb (STICK)"));
         // The chosen folder is kept for the next start.
         QCOMPARE(Setting(Ini::TreeFolder, 2), tmp.path());
+    }
+
+    // Without a stored folder the tree opens at the user's home, chosen and open; "/" is
+    // never what it opens at.
+    void treeOpensAtHome() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        g.window->show();
+        ScanPanel* p = g.window->scanPanel;
+        QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+        QTreeWidget* tree = p->folders->Folderview;
+        QTreeWidgetItem* home = NodeOf(tree, QDir::homePath());
+        QVERIFY(home);
+        QVERIFY(tree->viewport()->rect().intersects(tree->visualItemRect(home)));
+        QCOMPARE(p->folders->SelectedFolder(), QDir::homePath());
+        QVERIFY(home->isExpanded());
+        QVERIFY(g.prompt.shown.empty());
+    }
+
+    // The folder of the last session is chosen again; one that is gone is told, and
+    // the preset volume is forgotten.
+    void treeOpensAtTheStoredFolder() {
+        QTemporaryDir tmp;
+        QDir(tmp.path()).mkpath("music");
+        {
+            GuiProgram g;
+            QVERIFY(g.Start({{{Ini::TreeFolder, Ini::Col2}, tmp.path() + "/music"}}));
+            g.window->show();
+            ScanPanel* p = g.window->scanPanel;
+            QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+            QCOMPARE(p->folders->SelectedFolder(), tmp.path() + "/music");
+            QCOMPARE(p->folders->Folderview->currentItem()->text(0), QString("music"));
+            QVERIFY(g.prompt.shown.empty());
+        }
+        GuiProgram g;
+        const QString gone = tmp.path() + "/gone";
+        QVERIFY(g.Start({{{Ini::TreeFolder, Ini::Col2}, gone}, {{Ini::DrivePreset, Ini::Col1}, "/"}}));
+        QCOMPARE(int(g.prompt.shown.size()), 1);
+        QCOMPARE(g.prompt.shown[0].text, Caption(CapTreeFolderMissing) + gone);
+        QCOMPARE(g.prompt.shown[0].icon, Prompt::Icon::Critical);
+        QVERIFY(Setting(Ini::DrivePreset, Ini::Col1).isEmpty());
+        QCOMPARE(g.window->scanPanel->folders->SelectedFolder(), QDir::homePath()); // home instead
+    }
+
+    // One click on a folder, then the read command: that folder is read.
+    void oneClickThenRead() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        g.window->resize(1280, 800);
+        g.window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(g.window.get()));
+        QTemporaryDir tmp;
+        QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/one/a.mp3"));
+        QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/two/b.mp3"));
+        ScanPanel* p = g.window->scanPanel;
+        QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+        QTreeWidget* tree = p->folders->Folderview;
+        QVERIFY(p->folders->ShowFolder(tmp.path()));
+        tree->currentItem()->setExpanded(true);
+        for (const char* name : {"two", "one"}) {
+            QTreeWidgetItem* node = NodeOf(tree, tmp.path() + "/" + name);
+            QVERIFY(node);
+            tree->scrollToItem(node);
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node).center());
+            QCOMPARE(p->folders->SelectedFolder(), tmp.path() + "/" + name);
+            QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+            QCOMPARE(Grids::LbxInput().Rows(), 1);
+            QCOMPARE(Grids::LbxInput().CellText(1, InCol::Path), tmp.path() + "/" + name);
+        }
+        // The chosen folder is kept for the next start.
+        QCOMPARE(Setting(Ini::TreeFolder, Ini::Col2), tmp.path() + "/one");
+    }
+
+    // Folders made while the program runs show on the next expansion and by the
+    // refresh entry of the tree's menu.
+    void treeShowsNewFolders() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QTemporaryDir tmp;
+        QDir(tmp.path()).mkpath("b/inner");
+        FolderPanel* f = g.window->scanPanel->folders;
+        f->FillDrives();
+        QVERIFY(f->ShowFolder(tmp.path()));
+        QTreeWidgetItem* node = f->Folderview->currentItem();
+        node->setExpanded(true);
+        node->child(0)->setExpanded(true);
+        QCOMPARE(node->childCount(), 1);
+        QDir(tmp.path()).mkpath("a");
+        QDir(tmp.path()).mkpath("c");
+        node->setExpanded(false);
+        node->setExpanded(true);
+        QCOMPARE(node->childCount(), 3);
+        QCOMPARE(node->child(0)->text(0), QString("a"));
+        QCOMPARE(node->child(1)->text(0), QString("b"));
+        QVERIFY(node->child(1)->isExpanded()); // an open branch stays open
+        QCOMPARE(node->child(1)->childCount(), 1);
+        // The refresh entry of the menu.
+        QDir(tmp.path()).rmdir("a");
+        QDir(tmp.path()).mkpath("b/second");
+        std::unique_ptr<QMenu> menu(f->MakeContextMenu(node));
+        auto* refresh = menu->findChild<QAction*>("mnuFolder_UpdateFolders");
+        QVERIFY(refresh);
+        QCOMPARE(refresh->text(), Caption(844));
+        refresh->trigger();
+        QCOMPARE(node->childCount(), 2);
+        QCOMPARE(node->child(0)->text(0), QString("b"));
+        QCOMPARE(node->child(0)->childCount(), 2);
+        // "Read folder" of the menu reads it at once.
+        QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/c/x.mp3"));
+        g.window->scanPanel->OpenFolderPane();
+        std::unique_ptr<QMenu> menu2(f->MakeContextMenu(node->child(1)));
+        menu2->findChild<QAction*>("mnuFolder_DirUpdate")->trigger();
+        QCOMPARE(Grids::LbxInput().Rows(), 1);
+    }
+
+    // The option boxes of the data tab that the settings keep.
+    void optionBoxesAreKept() {
+        GuiProgram g;
+        QVERIFY(g.Start({{{Ini::PresetSubfolder, Ini::Col1}, "1"}}));
+        g.window->show();
+        ScanPanel* p = g.window->scanPanel;
+        QVERIFY(p->chbTab1_SubFolders->isChecked());
+        QTest::mouseClick(p->chbTab1_SubFolders, Qt::LeftButton);
+        QVERIFY(!SettingOn(Ini::PresetSubfolder, Ini::Col1));
+        QTest::mouseClick(p->chbTab1_SubFolders, Qt::LeftButton);
+        QVERIFY(SettingOn(Ini::PresetSubfolder, Ini::Col1));
+        QCheckBox* noMsg = g.window->pageData->chbTab1_NoMsg;
+        QTest::mouseClick(noMsg, Qt::LeftButton);
+        QCOMPARE(SettingOn(Ini::NoMsg, Ini::Col1), noMsg->isChecked());
+        QCheckBox* sums = g.window->pageData->chbTab1_TimeSizeData;
+        QTest::mouseClick(sums, Qt::LeftButton);
+        QCOMPARE(Setting(Ini::TimeSizeData, Ini::Col2), QString(sums->isChecked() ? "1" : "0"));
+    }
+
+    // The dialogue that deletes a saved list says so on its button.
+    void deleteListDialogSaysDelete() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        ScanPanel* p = g.window->scanPanel;
+        QString accept;
+        QTimer::singleShot(0, this, [&] {
+            if (auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+                if (auto* box = d->findChild<QDialogButtonBox*>())
+                    for (QAbstractButton* b : box->buttons())
+                        if (box->buttonRole(b) == QDialogButtonBox::AcceptRole)
+                            accept = b->text();
+                d->reject();
+            }
+        });
+        emit p->btnTab1_HandleFileInput->activated(2);
+        QCOMPARE(accept, Caption(CapDeleteButton));
+        QVERIFY(g.prompt.shown.empty());
     }
 
     void savedListsByChooser() {
