@@ -86,6 +86,9 @@ private slots:
     }
     void cleanupTestCase() { SetShell(nullptr); }
     void init() {
+        // Numbers follow the program's language; a test of the language change switches it.
+        SetLanguageColumn(kLanguageEnglish);
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         prompt = ScriptedPrompt();
         shell = ScriptedShell();
         playlist.Clear();
