@@ -4,10 +4,12 @@
 
 #include <QStringList>
 
-int RunTags(const QStringList& args); // CliTags.cpp
-int RunSet(const QStringList& args);  // CliSet.cpp
-int RunScan(const QStringList& args); // cmd_scan.cpp
-int RunLoad(const QStringList& args); // cmd_load.cpp
+int RunTags(const QStringList& args);   // CliTags.cpp
+int RunSet(const QStringList& args);    // CliSet.cpp
+int RunScan(const QStringList& args);   // cmd_scan.cpp
+int RunLoad(const QStringList& args);   // cmd_load.cpp
+int RunRename(const QStringList& args); // cmd_rename.cpp
+int RunUndo(const QStringList& args);   // cmd_rename.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.

@@ -20,6 +20,9 @@ const Command kCommands[] = {
     {"scan", "scan DIR [--subfolders] [--save FILE.data] [--export FILE]", "scan a folder into the data list",
      RunScan},
     {"load", "load FILE.data [--act] [--export FILE]", "load a saved data list and check its files", RunLoad},
+    {"rename", "rename FILE|DIR... --do COMMAND [--subfolders] [--dry-run] [--json]",
+     "rename files by the rules of the data list's rename commands", RunRename},
+    {"undo", "undo [--json]", "put back the names of the last rename batch of this tool", RunUndo},
 };
 
 void PrintHelp() {
