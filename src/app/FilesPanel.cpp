@@ -23,6 +23,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QTableView>
 
 namespace {
@@ -31,7 +32,8 @@ const QColor kTaken(255, 0, 0); // 0x0000FF as the colour table writes it: pure 
 
 FilesPanel* FilesPanel::Install(InputDataPage* page, ListProgress* progress, RenamePanel* rename) {
     auto* panel = new FilesPanel(page, progress, rename);
-    page->AddSubTab(page->TabInput1_Sub2, panel, QStringLiteral("pagTab1_Files"), SubTab::Files);
+    page->AddSubTab(page->TabInput1_Sub2, ScrollingPage(panel), QStringLiteral("pagTab1_Files"),
+                    SubTab::Files);
     return panel;
 }
 
@@ -94,19 +96,22 @@ FilesPanel::FilesPanel(InputDataPage* page, ListProgress* progress, RenamePanel*
     layout->setContentsMargins(8, 4, 8, 4);
     layout->setHorizontalSpacing(12);
     layout->setVerticalSpacing(0);
-    layout->addWidget(optTab1_FileCopy, 0, 0);
-    layout->addWidget(optTab1_FileMove, 1, 0);
-    layout->addWidget(optTab1_FileRename, 2, 0);
-    layout->addWidget(optTab1_FileDelete, 3, 0);
-    layout->addWidget(chbTab1_CopyLinkedFiles, 0, 1);
-    layout->addWidget(chbTab1_EraseTagsByCopy, 1, 1);
-    layout->addWidget(chbTab1_FileReplaceArtist, 2, 1);
-    layout->addWidget(chbTab1_FileReplaceString, 3, 1);
-    layout->addWidget(chbTab1_FileReplacePreview, 4, 1);
-    layout->addWidget(txtTab1_ArtistFind, 2, 2);
-    layout->addWidget(txtTab1_2_Replace, 3, 2);
-    layout->addWidget(btnTab1_Sub2_2_OK, 0, 3, Qt::AlignRight | Qt::AlignTop);
-    layout->setColumnStretch(2, 1);
+    // The button comes first, so that it stays in sight when the tab scrolls.
+    layout->addWidget(btnTab1_Sub2_2_OK, 0, 0, Qt::AlignTop);
+    layout->addWidget(optTab1_FileCopy, 0, 1);
+    layout->addWidget(optTab1_FileMove, 1, 1);
+    layout->addWidget(optTab1_FileRename, 2, 1);
+    layout->addWidget(optTab1_FileDelete, 3, 1);
+    layout->addWidget(chbTab1_CopyLinkedFiles, 0, 2);
+    layout->addWidget(chbTab1_EraseTagsByCopy, 1, 2);
+    layout->addWidget(chbTab1_FileReplaceArtist, 2, 2);
+    layout->addWidget(chbTab1_FileReplaceString, 3, 2);
+    layout->addWidget(chbTab1_FileReplacePreview, 4, 2);
+    layout->addWidget(txtTab1_ArtistFind, 2, 3);
+    layout->addWidget(txtTab1_2_Replace, 3, 3);
+    txtTab1_ArtistFind->setMinimumWidth(120);
+    txtTab1_2_Replace->setMinimumWidth(120);
+    layout->setColumnStretch(3, 1);
     layout->setRowStretch(5, 1);
 
     chooseFolder = [this](int titleRow, const QString& start) {

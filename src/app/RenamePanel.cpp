@@ -27,11 +27,23 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QTableView>
+#include <QVBoxLayout>
+
+QScrollArea* ScrollingPage(QWidget* panel) {
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(panel);
+    return area;
+}
 
 RenamePanel* RenamePanel::Install(InputDataPage* page, ListProgress* progress) {
     auto* panel = new RenamePanel(page, progress);
-    page->AddSubTab(page->TabInput1_Sub2, panel, QStringLiteral("pagTab1_Rename"), SubTab::Rename);
+    // A narrow window scrolls the tab rather than grow beyond the screen.
+    page->AddSubTab(page->TabInput1_Sub2, ScrollingPage(panel), QStringLiteral("pagTab1_Rename"),
+                    SubTab::Rename);
     return panel;
 }
 
@@ -96,40 +108,49 @@ RenamePanel::RenamePanel(InputDataPage* page, ListProgress* progress, QWidget* p
     });
 
     auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(8, 4, 8, 4);
-    layout->setHorizontalSpacing(10);
+    layout->setContentsMargins(8, 2, 8, 2);
+    layout->setHorizontalSpacing(14);
     layout->setVerticalSpacing(0);
-    auto pair = [this](QWidget* a, QWidget* b, QWidget* c = nullptr) {
+    // The buttons come first, so that they stay in sight when the tab scrolls. Switches and
+    // boxes that belong to an option stand indented under it.
+    auto under = [this](QWidget* a, QWidget* b = nullptr, QWidget* c = nullptr) {
         auto* w = new QWidget(this);
         auto* h = new QHBoxLayout(w);
-        h->setContentsMargins(0, 0, 0, 0);
+        h->setContentsMargins(20, 0, 0, 0);
         h->setSpacing(6);
-        h->addWidget(a);
-        h->addWidget(b);
-        if (c)
-            h->addWidget(c);
+        for (QWidget* x : {a, b, c})
+            if (x)
+                h->addWidget(x);
         h->addStretch(1);
         return w;
     };
-    layout->addWidget(optTab1_FileChangeArtTit, 0, 0);
-    layout->addWidget(optTab1_Num_Ext, 1, 0);
-    layout->addWidget(optTab1_Num_Int, 2, 0);
-    layout->addWidget(pair(optTab1_NumFromTrack, chbTab1_Num_Int), 3, 0);
-    layout->addWidget(optTab1_RemoveNumInt, 4, 0);
-    layout->addWidget(optTab1_FileRenameSpecial, 0, 1);
-    layout->addWidget(pair(chbTab1_SetSpecialMark, chbTab1_RemoveSpecialMark), 1, 1);
-    layout->addWidget(pair(optTab1_FileCut, chbTab1_CutFromRight), 2, 1);
-    layout->addWidget(pair(txtTab1_FileCut[0], txtTab1_FileCut[1], btnTab1_FileCut), 3, 1);
-    layout->addWidget(optTab1_TagToFilename, 0, 2);
-    layout->addWidget(pair(optTab1_FilenameToTag, chbTab1_NumToTrack), 1, 2);
-    layout->addWidget(chbTab1_TrackToNum, 2, 2);
-    layout->addWidget(pair(optTab1_SetTextInTag, cmbTab1_TextInTag), 3, 2);
-    layout->addWidget(optTab1_RemoveInvalidLinks, 4, 2);
-    layout->addWidget(btnTab1_Sub2_3_OK, 0, 3, Qt::AlignRight);
-    layout->addWidget(chbTab1_RenamePreview, 1, 3, Qt::AlignRight);
-    layout->addWidget(btnTab1_Undo, 2, 3, Qt::AlignRight);
+    layout->addWidget(optTab1_FileChangeArtTit, 0, 1);
+    layout->addWidget(optTab1_Num_Ext, 1, 1);
+    layout->addWidget(optTab1_Num_Int, 2, 1);
+    layout->addWidget(optTab1_NumFromTrack, 3, 1);
+    layout->addWidget(under(chbTab1_Num_Int), 4, 1);
+    layout->addWidget(optTab1_RemoveNumInt, 5, 1);
+    layout->addWidget(optTab1_RemoveInvalidLinks, 6, 1);
+    layout->addWidget(optTab1_FileRenameSpecial, 0, 2);
+    layout->addWidget(under(chbTab1_SetSpecialMark, chbTab1_RemoveSpecialMark), 1, 2);
+    layout->addWidget(optTab1_FileCut, 2, 2);
+    layout->addWidget(under(chbTab1_CutFromRight), 3, 2);
+    layout->addWidget(under(txtTab1_FileCut[0], txtTab1_FileCut[1], btnTab1_FileCut), 4, 2);
+    layout->addWidget(optTab1_TagToFilename, 5, 2);
+    layout->addWidget(under(chbTab1_TrackToNum), 6, 2);
+    layout->addWidget(optTab1_FilenameToTag, 0, 3);
+    layout->addWidget(under(chbTab1_NumToTrack), 1, 3);
+    layout->addWidget(optTab1_SetTextInTag, 2, 3);
+    layout->addWidget(under(cmbTab1_TextInTag), 3, 3);
+    auto* buttons = new QVBoxLayout;
+    buttons->setSpacing(2);
+    buttons->addWidget(btnTab1_Sub2_3_OK);
+    buttons->addWidget(chbTab1_RenamePreview);
+    buttons->addWidget(btnTab1_Undo);
+    buttons->addStretch(1);
+    layout->addLayout(buttons, 0, 0, 7, 1);
     layout->setColumnStretch(3, 1);
-    layout->setRowStretch(5, 1);
+    layout->setRowStretch(7, 1);
 
     connect(chbTab1_RenamePreview, &QCheckBox::toggled, this, [](bool on) {
         if (!State().SuppressEvents)

@@ -17,6 +17,10 @@ class QComboBox;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class QScrollArea;
+
+// A tab page that scrolls its panel when the window is narrower than the panel.
+QScrollArea* ScrollingPage(QWidget* panel);
 
 class RenamePanel : public QWidget {
     Q_OBJECT
