@@ -14,6 +14,7 @@
 #include "list/InputColumns.h"
 #include "list/ftcNames.h"
 #include "tag/TagEngine.h"
+#include "tag/modDirectEdit.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -84,6 +85,7 @@ RenamePanel::RenamePanel(InputDataPage* page, ListProgress* progress, QWidget* p
     btnTab1_Sub2_3_OK = named(new QPushButton(this), "btnTab1_Sub2_3_OK");
     chbTab1_RenamePreview = check("chbTab1_RenamePreview");
     btnTab1_Undo = named(new QPushButton(this), "btnTab1_Undo");
+    chbTab1_DirectEdit = check("chbTab1_DirectEdit");
     // The tag commands of this tab come with the tag transfers of the data list.
     for (QWidget* w : std::initializer_list<QWidget*>{
              optTab1_TagToFilename, optTab1_FilenameToTag, chbTab1_TrackToNum, chbTab1_NumToTrack,
@@ -147,6 +149,7 @@ RenamePanel::RenamePanel(InputDataPage* page, ListProgress* progress, QWidget* p
     buttons->addWidget(btnTab1_Sub2_3_OK);
     buttons->addWidget(chbTab1_RenamePreview);
     buttons->addWidget(btnTab1_Undo);
+    buttons->addWidget(chbTab1_DirectEdit);
     buttons->addStretch(1);
     layout->addLayout(buttons, 0, 0, 7, 1);
     layout->setColumnStretch(3, 1);
@@ -159,6 +162,7 @@ RenamePanel::RenamePanel(InputDataPage* page, ListProgress* progress, QWidget* p
     connect(btnTab1_Sub2_3_OK, &QPushButton::clicked, this, &RenamePanel::btnTab1_Sub2_3_OK_Click);
     connect(btnTab1_FileCut, &QPushButton::clicked, this, &RenamePanel::btnTab1_FileCut_Click);
     connect(btnTab1_Undo, &QPushButton::clicked, this, &RenamePanel::btnTab1_Undo_Click);
+    connect(chbTab1_DirectEdit, &QCheckBox::toggled, this, &RenamePanel::chbTab1_DirectEdit_Click);
 }
 
 void RenamePanel::ApplySettings() {
@@ -312,4 +316,22 @@ void RenamePanel::btnTab1_Undo_Click() {
         AppPrompt().Tell(text, Prompt::Icon::Information);
     }
     FinishRename(list, RenameCommand::None, asRename, env, true);
+}
+
+void RenamePanel::chbTab1_DirectEdit_Click(bool on) {
+    if (!on) {
+        m_page->LbxInput->SetCellEditing({}, {});
+        return;
+    }
+    m_page->LbxInput->SetCellEditing([](int, int col) { return DirectEditColumn(col); },
+                                     [](int row, int col, QString& text) {
+                                         DataGrid& list = Grids::LbxInput();
+                                         bool changed = false;
+                                         const bool ok =
+                                             DirectEditCell(list, row, col, text, false, TagEngine::Shared(),
+                                                            AppPrompt(), &changed);
+                                         if (changed)
+                                             list.Tag = QStringLiteral("edited");
+                                         return ok;
+                                     });
 }

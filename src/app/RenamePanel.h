@@ -51,6 +51,7 @@ public:
     QPushButton* btnTab1_Sub2_3_OK;
     QCheckBox* chbTab1_RenamePreview;
     QPushButton* btnTab1_Undo;
+    QCheckBox* chbTab1_DirectEdit; // cells of the data list are edited in place
 
     // The preview switch from settings row 25.
     void ApplySettings();
@@ -65,6 +66,7 @@ public slots:
     void btnTab1_Sub2_3_OK_Click();
     void btnTab1_FileCut_Click();
     void btnTab1_Undo_Click();
+    void chbTab1_DirectEdit_Click(bool on);
 
 private:
     InputDataPage* m_page;

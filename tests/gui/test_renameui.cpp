@@ -2,6 +2,7 @@
 // by click, boxes typed into, buttons pressed; real files in a temporary folder.
 
 #include "ListWindowFixture.h"
+#include "app/DataGridView.h"
 #include "app/FilesPanel.h"
 #include "app/FrmPreview.h"
 #include "app/InputDataPage.h"
@@ -18,6 +19,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 
 namespace {
@@ -178,6 +180,44 @@ private slots:
         Click(Control<QPushButton>(w, "btnTab1_Sub2_2_OK"));
         QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("07_ABBA - SOS.mp3")});
         QCOMPARE(Grids::LbxInput().CellText(1, InCol::Artist), QStringLiteral("ABBA"));
+    }
+
+    void directEditRenamesAndEscWritesNothing() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QTemporaryDir dir;
+        FillFiles(dir.path(), {QStringLiteral("Abba - SOS.mp3")});
+        ShowTab(g, SubTab::Rename);
+        QWidget* w = g.window.get();
+        QTableView* table = g.window->pageData->LbxInput->table();
+        const QModelIndex cell = table->model()->index(0, InCol::FileName - 1);
+        // Off: a double click edits nothing.
+        QTest::mouseDClick(table->viewport(), Qt::LeftButton, Qt::NoModifier,
+                           table->visualRect(cell).center());
+        QVERIFY(!table->findChild<QLineEdit*>());
+        Click(Control<QCheckBox>(w, "chbTab1_DirectEdit"));
+        auto edit = [&](const QString& typed, int key) {
+            QTest::mouseDClick(table->viewport(), Qt::LeftButton, Qt::NoModifier,
+                               table->visualRect(cell).center());
+            QLineEdit* editor = table->viewport()->findChild<QLineEdit*>();
+            QVERIFY(editor);
+            editor->selectAll();
+            QTest::keyClicks(editor, typed);
+            QTest::keyClick(editor, Qt::Key(key));
+            QCoreApplication::processEvents(); // the delegate commits and closes through the event queue
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the closed editor goes
+        };
+        edit(QStringLiteral("Cream-Crossroads.mp3"), Qt::Key_Escape);
+        QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("Abba - SOS.mp3")});
+        QCOMPARE(Grids::LbxInput().CellText(1, InCol::FileName), QStringLiteral("Abba - SOS.mp3"));
+        edit(QStringLiteral("Cream-Crossroads.mp3"), Qt::Key_Return);
+        QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("Cream - Crossroads.mp3")});
+        QCOMPARE(Grids::LbxInput().CellText(1, InCol::FileName), QStringLiteral("Cream - Crossroads.mp3"));
+        QCOMPARE(Grids::LbxInput().CellText(1, InCol::Title), QStringLiteral("Crossroads"));
+        // A name without an extension is refused; the cell keeps its text.
+        edit(QStringLiteral("Cream - Crossroads"), Qt::Key_Return);
+        QCOMPARE(g.prompt.LastText(), Caption(CapNameNeedsExtension));
+        QCOMPARE(Grids::LbxInput().CellText(1, InCol::FileName), QStringLiteral("Cream - Crossroads.mp3"));
     }
 
     void moveAndDelete() {
