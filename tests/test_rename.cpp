@@ -18,8 +18,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QRandomGenerator>
 #include <QtTest>
+#include <unistd.h>
 
 namespace {
 
@@ -379,6 +381,63 @@ private slots:
         QCOMPARE(run.outcome.failed, 1);
         QVERIFY(run.outcome.failures[0].contains(Caption(CapReasonTooLong)));
         QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("Abba - SOS.mp3")});
+    }
+
+    // A second name of the same file stands in for a file system that ignores case: the
+    // target name reaches the source itself. The rename goes through an intermediate name
+    // (a plain rename onto the same file would do nothing) and leaves no other name.
+    void caseOnlyRename() {
+        Fresh({QStringLiteral("abba - sos.mp3")});
+        QVERIFY(::link(QFile::encodeName(dir.filePath(QStringLiteral("abba - sos.mp3"))).constData(),
+                       QFile::encodeName(dir.filePath(QStringLiteral("ABBA - SOS.mp3"))).constData()) == 0);
+        RenameRequest r = Req(RenameCommand::ReplaceString);
+        r.text = QStringLiteral("abba - sos");
+        r.replacement = QStringLiteral("ABBA - SOS");
+        const RenameRun run = Run(r);
+        QCOMPARE(run.outcome.done, 1);
+        QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("ABBA - SOS.mp3")});
+        QCOMPARE(list.CellText(1, InCol::FileName), QStringLiteral("ABBA - SOS.mp3"));
+    }
+
+    // The same on a real vfat volume, where the machine can mount one.
+    void caseOnlyRenameOnVfat() {
+        if (::geteuid() != 0)
+            QSKIP("mounting a vfat image needs root");
+        QTemporaryDir work;
+        const QString image = work.filePath(QStringLiteral("fat.img"));
+        const QString mountPoint = work.filePath(QStringLiteral("m"));
+        QDir().mkpath(mountPoint);
+        {
+            QFile f(image);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            QVERIFY(f.resize(8 * 1024 * 1024));
+        }
+        QProcess mkfs;
+        mkfs.start(QStringLiteral("mkfs.vfat"), {image});
+        if (!mkfs.waitForFinished() || mkfs.exitCode() != 0)
+            QSKIP("no mkfs.vfat on this machine");
+        QProcess mount;
+        mount.start(QStringLiteral("mount"),
+                    {QStringLiteral("-o"), QStringLiteral("loop"), image, mountPoint});
+        if (!mount.waitForFinished() || mount.exitCode() != 0)
+            QSKIP("this kernel cannot mount vfat (the hard-link case above covers the rename path)");
+        struct Unmount {
+            QString at;
+            ~Unmount() { QProcess::execute(QStringLiteral("umount"), {at}); }
+        } unmount{mountPoint};
+        FillList(list, mountPoint, {QStringLiteral("abba - sos.mp3")});
+        RenameRequest r = Req(RenameCommand::ReplaceString);
+        r.text = QStringLiteral("abba - sos");
+        r.replacement = QStringLiteral("ABBA - SOS");
+        QCOMPARE(Run(r).outcome.done, 1);
+        QCOMPARE(Names(mountPoint), QStringList{QStringLiteral("ABBA - SOS.mp3")});
+        // vfat refuses ":" and a closing dot: the row fails before anything moves.
+        r.text = QStringLiteral("SOS");
+        r.replacement = QStringLiteral("S:O:S");
+        const RenameRun bad = Run(r);
+        QCOMPARE(bad.outcome.failed, 1);
+        QVERIFY(bad.outcome.failures[0].contains(Caption(CapReasonBadCharacter)));
+        QCOMPARE(Names(mountPoint), QStringList{QStringLiteral("ABBA - SOS.mp3")});
     }
 
     void undoTellsChangedAndTaken() {
