@@ -73,6 +73,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     filesPanel = FilesPanel::Install(pageData, listProgress, renamePanel);
     scanPanel = ScanPanel::Install(pageData, listProgress);
     frmTag = new FrmTag;
+    renamePanel->tagSetOfTagWindow = [this] { return int(frmTag->ChosenSet()); };
     frmTexte = new FrmTexte;
     frmPlaylist = new FrmPlaylist;
     frmPictures = new FrmPictures;

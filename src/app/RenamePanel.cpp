@@ -15,6 +15,7 @@
 #include "list/ftcNames.h"
 #include "tag/TagEngine.h"
 #include "tag/modDirectEdit.h"
+#include "tag/modInputTagCommands.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -86,7 +87,7 @@ RenamePanel::RenamePanel(InputDataPage* page, ListProgress* progress, QWidget* p
     chbTab1_RenamePreview = check("chbTab1_RenamePreview");
     btnTab1_Undo = named(new QPushButton(this), "btnTab1_Undo");
     chbTab1_DirectEdit = check("chbTab1_DirectEdit");
-    // The tag commands of this tab come with the tag transfers of the data list.
+    // Names into tags from the data list come with the tag transfers of the data list.
     for (QWidget* w : std::initializer_list<QWidget*>{
              optTab1_TagToFilename, optTab1_FilenameToTag, chbTab1_TrackToNum, chbTab1_NumToTrack,
              optTab1_SetTextInTag, cmbTab1_TextInTag, optTab1_RemoveInvalidLinks})
@@ -169,6 +170,14 @@ void RenamePanel::ApplySettings() {
     const bool quiet = State().SuppressEvents;
     State().SuppressEvents = true;
     chbTab1_RenamePreview->setChecked(SettingOn(Ini::RenamePreview, Ini::Col1));
+    const int keep = cmbTab1_TextInTag->currentData().toInt();
+    cmbTab1_TextInTag->clear();
+    const DataGrid& list = Grids::LbxInput();
+    for (int col : TextInTagColumns())
+        if (col <= list.Cols())
+            cmbTab1_TextInTag->addItem(list.Column(col).caption, col);
+    const int at = cmbTab1_TextInTag->findData(keep);
+    cmbTab1_TextInTag->setCurrentIndex(at >= 0 ? at : 0);
     State().SuppressEvents = quiet;
 }
 
@@ -195,6 +204,11 @@ RenameRequest RenamePanel::Request() const {
             chbTab1_RemoveSpecialMark->isChecked() ? RenameCommand::SpecialRemove : RenameCommand::SpecialSet;
     else if (optTab1_FileCut->isChecked())
         r.command = RenameCommand::Cut;
+    else if (optTab1_TagToFilename->isChecked())
+        r.command = RenameCommand::TagToFilename;
+    r.withTrack = chbTab1_TrackToNum->isChecked();
+    const int set = tagSetOfTagWindow ? tagSetOfTagWindow() : 0;
+    r.tagSet = set > 0 ? set : 2;
     return r;
 }
 
@@ -227,6 +241,14 @@ void RenamePanel::Run(const RenameRequest& request, bool preview) {
 }
 
 void RenamePanel::btnTab1_Sub2_3_OK_Click() {
+    if (optTab1_SetTextInTag->isChecked()) {
+        SetTextInTag();
+        return;
+    }
+    if (optTab1_RemoveInvalidLinks->isChecked()) {
+        RemoveInvalidLinks();
+        return;
+    }
     const RenameRequest r = Request();
     if (r.command == RenameCommand::None) {
         AppPrompt().Tell(Caption(CapNoActionChosen), Prompt::Icon::Warning);
@@ -334,4 +356,30 @@ void RenamePanel::chbTab1_DirectEdit_Click(bool on) {
                                              list.Tag = QStringLiteral("edited");
                                          return ok;
                                      });
+}
+
+void RenamePanel::SetTextInTag() {
+    DataGrid& list = Grids::LbxInput();
+    const ListEnv env = InputListEnv(m_page, m_progress);
+    if (!env.ListNotEmpty(list) || !env.AtLeastRowsSelected(list, 1))
+        return;
+    const int column = cmbTab1_TextInTag->currentData().toInt();
+    if (column <= 0)
+        return;
+    const std::optional<QString> text = AppPrompt().InputBox(Caption(CapTextInTagPrompt));
+    if (!text)
+        return;
+    if (text->isEmpty() &&
+        !AppPrompt().AskYesNo(Caption(CapClearFieldQuestion), false, Prompt::Icon::Question))
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    ::SetTextInTag(list, column, *text, m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
+                   TagEngine::Shared(), env);
+    QApplication::restoreOverrideCursor();
+}
+
+void RenamePanel::RemoveInvalidLinks() {
+    // Asks per link: no wait cursor over the questions.
+    ::RemoveInvalidLinks(Grids::LbxInput(), m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
+                         TagEngine::Shared(), InputListEnv(m_page, m_progress));
 }

@@ -8,6 +8,7 @@
 
 #include <QWidget>
 #include <array>
+#include <functional>
 
 class FrmPreview;
 class InputDataPage;
@@ -53,7 +54,11 @@ public:
     QPushButton* btnTab1_Undo;
     QCheckBox* chbTab1_DirectEdit; // cells of the data list are edited in place
 
-    // The preview switch from settings row 25.
+    // The tag set chosen in the tag window (UpdateSet) for optTab1_TagToFilename; the
+    // main window sets it. Unset or 0: V2.
+    std::function<int()> tagSetOfTagWindow;
+
+    // The preview switch from settings row 25; the column list of cmbTab1_TextInTag.
     void ApplySettings();
     // The options read into a request (the command None when no option is set).
     RenameRequest Request() const;
@@ -67,6 +72,8 @@ public slots:
     void btnTab1_FileCut_Click();
     void btnTab1_Undo_Click();
     void chbTab1_DirectEdit_Click(bool on);
+    void SetTextInTag();
+    void RemoveInvalidLinks();
 
 private:
     InputDataPage* m_page;

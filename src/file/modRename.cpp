@@ -10,6 +10,7 @@
 #include "list/ftcNames.h"
 #include "list/modListEnv.h"
 #include "tag/TagEngine.h"
+#include "tag/modTagUpdate.h"
 
 #include <QFile>
 #include <QHash>
@@ -151,6 +152,8 @@ public:
             return ReplaceArtist(in, step);
         case RenameCommand::ReplaceString:
             return ReplaceString(in, step);
+        case RenameCommand::TagToFilename:
+            return TagToFilename(in, step);
         case RenameCommand::None:
             break;
         }
@@ -290,6 +293,37 @@ private:
         return true;
     }
 
+    // The name from the tags of the chosen set: artist - title, with the track in front
+    // as an external number when asked.
+    bool TagToFilename(const RowInput& in, RenameStep& step) const {
+        step.newName = in.name;
+        if (!engine || engine->OpenFile(in.folder + u'/' + in.name) == 0) {
+            step.reason = Caption(CapReasonUnreadable);
+            return true;
+        }
+        QString artist, title, track;
+        if (!ReadSetNameFields(*engine, UpdateSet(req.tagSet), &artist, &title, &track) ||
+            (artist = NamePart(artist)).isEmpty() || (title = NamePart(title)).isEmpty()) {
+            step.reason = Caption(CapTagArtistTitleEmpty);
+            return true;
+        }
+        QString prefix;
+        const int n = int(DataGrid::NumericPrefix(track));
+        if (req.withTrack && n > 0)
+            prefix = ExternalPrefix(PadNumber(QString::number(n), req.digits));
+        step.newName = Joined(prefix + artist + QStringLiteral(" - ") + title, in.ext);
+        step.artist = artist;
+        step.title = title;
+        return true;
+    }
+
+    // A tag text as part of a file name: no slash, no NUL, trimmed.
+    static QString NamePart(QString s) {
+        s.replace(u'/', u'_');
+        s.remove(QChar(0));
+        return s.trimmed();
+    }
+
     const RenameRequest& req;
     TagEngine* engine;
 };
@@ -422,6 +456,8 @@ int RenameQuestionRow(const RenameRequest& request) {
         return CapChangeNamesQuestion;
     case RenameCommand::Cut:
         return CapCutNamesQuestion;
+    case RenameCommand::TagToFilename:
+        return CapTagToNameQuestion;
     case RenameCommand::None:
         break;
     }

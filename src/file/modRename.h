@@ -39,6 +39,7 @@ enum class RenameCommand {
     Cut,             // optTab1_FileCut
     ReplaceArtist,   // optTab1_FileRename with chbTab1_FileReplaceArtist
     ReplaceString,   // optTab1_FileRename with chbTab1_FileReplaceString
+    TagToFilename,   // optTab1_TagToFilename (chbTab1_TrackToNum: withTrack)
 };
 
 struct RenameRequest {
@@ -51,6 +52,8 @@ struct RenameRequest {
     QString text;                // the new artist, or the text to find
     QString replacement;         // txtTab1_2_Replace
     bool confirmed = false;      // the user has said Yes already: no question
+    int tagSet = 2;              // TagToFilename: the set chosen in the tag window (UpdateSet)
+    bool withTrack = false;      // chbTab1_TrackToNum
 };
 
 // The cut modes of the table of rules.
