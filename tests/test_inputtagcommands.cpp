@@ -84,6 +84,24 @@ private slots:
             QFile::remove(dir.filePath(n));
     }
 
+    void filenameToTag() {
+        QVERIFY(!Song(QStringLiteral("07_Abba - Waterloo.mp3"), QString(), QString(), QString()).isEmpty());
+        Rows();
+        ListEnv env(prompt);
+        prompt.answers = {true};
+        const TagCommandResult r =
+            FilenameToTagRows(list, 2, true, QString(), false, TagEngine::Shared(), env);
+        QCOMPARE(r.done, 1);
+        QCOMPARE(prompt.shown.front().text, Caption(CapNameToTagQuestion));
+        TagEngine& e = TagEngine::Shared();
+        QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("07_Abba - Waterloo.mp3"))) != 0);
+        QCOMPARE(e.V2Artist(), QStringLiteral("Abba"));
+        QCOMPARE(e.V2Title(), QStringLiteral("Waterloo"));
+        QCOMPARE(e.V2Track(), QStringLiteral("7"));
+        QCOMPARE(list.CellText(1, InCol::TagArtist), QStringLiteral("Abba"));
+        QFile::remove(dir.filePath(QStringLiteral("07_Abba - Waterloo.mp3")));
+    }
+
     void textIntoTagColumn() {
         QVERIFY(
             !Song(QStringLiteral("a.mp3"), QStringLiteral("A"), QStringLiteral("T"), QString()).isEmpty());

@@ -87,7 +87,6 @@ RenamePanel::RenamePanel(InputDataPage* page, ListProgress* progress, QWidget* p
     chbTab1_RenamePreview = check("chbTab1_RenamePreview");
     btnTab1_Undo = named(new QPushButton(this), "btnTab1_Undo");
     chbTab1_DirectEdit = check("chbTab1_DirectEdit");
-    // Names into tags from the data list come with the tag transfers of the data list.
     for (QWidget* w : std::initializer_list<QWidget*>{
              optTab1_TagToFilename, optTab1_FilenameToTag, chbTab1_TrackToNum, chbTab1_NumToTrack,
              optTab1_SetTextInTag, cmbTab1_TextInTag, optTab1_RemoveInvalidLinks})
@@ -247,6 +246,13 @@ void RenamePanel::btnTab1_Sub2_3_OK_Click() {
     }
     if (optTab1_RemoveInvalidLinks->isChecked()) {
         RemoveInvalidLinks();
+        return;
+    }
+    if (optTab1_FilenameToTag->isChecked()) {
+        const int set = tagSetOfTagWindow ? tagSetOfTagWindow() : 0;
+        ::FilenameToTagRows(Grids::LbxInput(), set > 0 ? set : 2, chbTab1_NumToTrack->isChecked(),
+                            m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
+                            TagEngine::Shared(), InputListEnv(m_page, m_progress));
         return;
     }
     const RenameRequest r = Request();

@@ -9,6 +9,7 @@
 #include "list/modListEnv.h"
 #include "tag/TagEngine.h"
 #include "tag/modTagList.h"
+#include "tag/modTagUpdate.h"
 
 #include <QFileInfo>
 #include <array>
@@ -214,5 +215,46 @@ TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, b
                         Prompt::Icon::Information);
     if (res.failed)
         env.prompt.Tell(CountText(CapFailedCount, res.failed), Prompt::Icon::Critical);
+    return res;
+}
+
+TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, const QString& markFilter,
+                                   bool noMsg, TagEngine& engine, const ListEnv& env) {
+    TagCommandResult res;
+    if (!env.ListNotEmpty(list) || !env.AtLeastRowsSelected(list, 1))
+        return res;
+    if (!noMsg && !env.prompt.AskYesNo(Caption(CapNameToTagQuestion), true, Prompt::Icon::Question))
+        return res;
+    res.ran = true;
+    const std::vector<int> rows = list.SelectedRows();
+    State().AbortRequested = false;
+    list.LockUpdate(true);
+    env.ShowProgress(int(rows.size()), 0);
+    int n = 0;
+    for (int row : rows) {
+        if (State().AbortRequested)
+            break;
+        env.SetProgress(++n);
+        if (!Passes(list, row, markFilter))
+            continue;
+        const QString path = RowPath(list, row);
+        const int type = engine.OpenFile(path);
+        if (type == 0 || SaveNameToSet(engine, path, type, list.CellText(row, InCol::FileName),
+                                       UpdateSet(set), withTrack) == 0) {
+            list.SetCellText(row, InCol::FTag, Mark::Failed);
+            ++res.failed;
+            continue;
+        }
+        ++res.done;
+        if (engine.OpenFile(path) != 0)
+            RefreshInputTagCells(list, row, engine);
+    }
+    env.HideProgress();
+    list.LockUpdate(false);
+    list.Refresh();
+    if (!noMsg)
+        env.prompt.Tell(CountText(CapFilesUpdated, res.done), Prompt::Icon::Information);
+    if (res.failed)
+        env.prompt.Tell(CountText(CapFilesFailed, res.failed), Prompt::Icon::Critical);
     return res;
 }

@@ -34,3 +34,9 @@ TagCommandResult SetTextInTag(DataGrid& list, int column, const QString& text, c
 // (1238 + name, 1239, No keeps it).
 TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, bool noMsg, TagEngine& engine,
                                     const ListEnv& env);
+
+// optTab1_FilenameToTag: number (with chbTab1_NumToTrack), artist and title of each row's
+// file name into the tag set chosen in the tag window (UpdateSet as a number), as the tag
+// list's command does; the question 369 first (unless noMsg).
+TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, const QString& markFilter,
+                                   bool noMsg, TagEngine& engine, const ListEnv& env);
