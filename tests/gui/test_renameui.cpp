@@ -131,6 +131,29 @@ private slots:
         QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("- SOS.mp3")});
     }
 
+    void cutHelperMarksThePlace() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QTemporaryDir dir;
+        FillFiles(dir.path(), {QStringLiteral("01_Abba - SOS.mp3")});
+        Grids::LbxInput().SetCurRow(1);
+        ShowTab(g, SubTab::Rename);
+        QWidget* w = g.window.get();
+        // No "@" first: Retry, then the place before "Abba".
+        g.prompt.inputs = {QStringLiteral("01_Abba - SOS"), QStringLiteral("01_@Abba - SOS")};
+        g.prompt.answers = {true, false}; // retry; then No to the result
+        Click(Control<QPushButton>(w, "btnTab1_FileCut"));
+        QCOMPARE(Control<QLineEdit>(w, "txtTab1_FileCut(0)")->text(), QStringLiteral("4"));
+        QCOMPARE(Control<QLineEdit>(w, "txtTab1_FileCut(1)")->text(), QStringLiteral("0"));
+        QVERIFY(Control<QRadioButton>(w, "optTab1_FileCut")->isChecked());
+        QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("01_Abba - SOS.mp3")});
+        // Two "@" cut the range, and Yes runs the cut at once.
+        g.prompt.inputs = {QStringLiteral("@01_@Abba - SOS")};
+        g.prompt.answers = {true};
+        Click(Control<QPushButton>(w, "btnTab1_FileCut"));
+        QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("Abba - SOS.mp3")});
+    }
+
     void previewThenRename() {
         GuiProgram g;
         QVERIFY(g.Start({{{Ini::NumberDigits, Ini::Col1}, QStringLiteral("2")}}));
