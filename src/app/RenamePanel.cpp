@@ -87,10 +87,6 @@ RenamePanel::RenamePanel(InputDataPage* page, ListProgress* progress, QWidget* p
     chbTab1_RenamePreview = check("chbTab1_RenamePreview");
     btnTab1_Undo = named(new QPushButton(this), "btnTab1_Undo");
     chbTab1_DirectEdit = check("chbTab1_DirectEdit");
-    for (QWidget* w : std::initializer_list<QWidget*>{
-             optTab1_TagToFilename, optTab1_FilenameToTag, chbTab1_TrackToNum, chbTab1_NumToTrack,
-             optTab1_SetTextInTag, cmbTab1_TextInTag, optTab1_RemoveInvalidLinks})
-        w->setEnabled(false);
 
     auto* group = new QButtonGroup(this);
     for (QRadioButton* o :

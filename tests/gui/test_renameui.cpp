@@ -15,6 +15,7 @@
 #include "list/modListEnv.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -152,6 +153,28 @@ private slots:
         g.prompt.answers = {true};
         Click(Control<QPushButton>(w, "btnTab1_FileCut"));
         QCOMPARE(Names(dir.path()), QStringList{QStringLiteral("Abba - SOS.mp3")});
+    }
+
+    void textIntoTagByButton() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QTemporaryDir dir;
+        FillFiles(dir.path(), {});
+        QVERIFY(
+            QFile::copy(QStringLiteral(QLT_FIXTURE_DIR "/tone.mp3"), dir.filePath(QStringLiteral("a.mp3"))));
+        QFile::setPermissions(dir.filePath(QStringLiteral("a.mp3")), QFile::ReadOwner | QFile::WriteOwner);
+        using C = std::pair<int, QString>;
+        fixture::AddInputRow(Grids::LbxInput(), {C{InCol::FileName, "a.mp3"}, C{InCol::Path, dir.path()}});
+        Grids::LbxInput().SelectAll();
+        ShowTab(g, SubTab::Rename);
+        QWidget* w = g.window.get();
+        Click(Control<QRadioButton>(w, "optTab1_SetTextInTag"));
+        QComboBox* columns = Control<QComboBox>(w, "cmbTab1_TextInTag");
+        columns->setCurrentIndex(columns->findData(InCol::TagAlbum));
+        g.prompt.inputs = {QStringLiteral("Arrival")};
+        Click(Control<QPushButton>(w, "btnTab1_Sub2_3_OK"));
+        QCOMPARE(g.prompt.LastText(), CountText(CapFilesChanged, 1));
+        QCOMPARE(Grids::LbxInput().CellText(1, InCol::TagAlbum), QStringLiteral("Arrival"));
     }
 
     void previewThenRename() {
