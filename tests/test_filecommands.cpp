@@ -10,6 +10,7 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "file/modFileCommands.h"
+#include "file/modRename.h"
 #include "list/InputColumns.h"
 #include "list/Marks.h"
 #include "list/modListEnv.h"
@@ -66,6 +67,7 @@ class TestFileCommands : public QObject {
         o.paperbin = true; // the tests delete for good, not into the desktop's trash
         o.tempFolder = program.file(QStringLiteral("temp"));
         o.chooseFolder = [target](int, const QString&) { return target; };
+        o.journalPath = program.file(QStringLiteral("temp/move.journal"));
         return o;
     }
 
@@ -140,6 +142,12 @@ private slots:
         QCOMPARE(Names(dst.path()), (QStringList{QStringLiteral("a (2).mp3"), QStringLiteral("a.mp3"),
                                                  QStringLiteral("b.mp3")}));
         QCOMPARE(prompt.shown.back().text, CountText(CapFilesMoved, 2));
+        // The undo brings both files back to their folder and names.
+        const UndoOutcome u = UndoLastBatch(&list, program.file(QStringLiteral("temp/move.journal")));
+        QCOMPARE(u.done, 2);
+        QCOMPARE(Names(src.path()),
+                 (QStringList{QStringLiteral("a.mp3"), QStringLiteral("b.mp3"), QStringLiteral("c.mp3")}));
+        QCOMPARE(Names(dst.path()), QStringList{QStringLiteral("a.mp3")});
         // A target that cannot be a folder: the row stays, marked and selected.
         Touch(dst.filePath(QStringLiteral("plain")));
         list.SelectAll();

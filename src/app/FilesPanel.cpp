@@ -135,6 +135,7 @@ void FilesPanel::btnTab1_Sub2_2_OK_Click() {
     o.paperbin = PaperbinSetting(Settings());
     o.tempFolder = AppFile(QStringLiteral("temp"));
     o.chooseFolder = chooseFolder;
+    o.journalPath = RenameJournalPath();
     QApplication::setOverrideCursor(Qt::WaitCursor);
     if (optTab1_FileCopy->isChecked()) {
         CopyRows(list, o, env, &TagEngine::Shared());

@@ -6,6 +6,7 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "file/ftcFileOps.h"
+#include "file/modRenameJournal.h"
 #include "list/InputColumns.h"
 #include "list/Marks.h"
 #include "list/modListEnv.h"
@@ -184,7 +185,9 @@ FileCommandResult MoveRows(DataGrid& list, const FileCommandOptions& options, co
     State().AbortRequested = false;
     list.LockUpdate(true);
     env.ShowProgress(int(rows.size()), 0);
-    std::vector<int> failedRows;
+    RenameJournal journal;
+    if (!options.journalPath.isEmpty())
+        journal.Start(options.journalPath);
     int n = 0;
     for (int row : rows) {
         if (State().AbortRequested)
@@ -192,7 +195,9 @@ FileCommandResult MoveRows(DataGrid& list, const FileCommandOptions& options, co
         env.SetProgress(++n);
         if (!Passes(list, row, options.markFilter))
             continue;
-        if (MoveFile(RowPath(list, row), target + u'/') == 0) {
+        QString finalPath;
+        if (MoveFile(RowPath(list, row), target + u'/', &finalPath) == 0) {
+            journal.AddMove(list.CellText(row, InCol::Path), list.CellText(row, InCol::FileName), finalPath);
             list.SetCellText(row, InCol::FTag, Mark::Moved);
             ++res.done;
         } else {
@@ -200,6 +205,7 @@ FileCommandResult MoveRows(DataGrid& list, const FileCommandOptions& options, co
             ++res.failed;
         }
     }
+    journal.Finish();
     RemoveMarkedRows(list, Mark::Moved);
     // A failed move leaves its row selected.
     for (int r = 1; r <= list.Rows(); ++r)

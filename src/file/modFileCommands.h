@@ -18,6 +18,7 @@ struct FileCommandOptions {
     bool eraseTagsByCopy = false; // chbTab1_EraseTagsByCopy
     bool paperbin = false;        // chbPref_Paperbin
     QString tempFolder;           // the program's temp folder (picture exports)
+    QString journalPath;          // where a move records itself for the undo (empty: not)
     // The folder picker: the title row and the start folder; empty when cancelled.
     std::function<QString(int titleRow, const QString& start)> chooseFolder;
 };
@@ -35,7 +36,8 @@ struct FileCommandResult {
 FileCommandResult CopyRows(DataGrid& list, const FileCommandOptions& options, const ListEnv& env,
                            TagEngine* engine);
 // optTab1_FileMove: moves into the chosen folder (a name in use gives "name (2).ext");
-// moved rows leave the list, failed rows stay selected with "_#-/->".
+// moved rows leave the list, failed rows stay selected with "_#-/->". The moves go into the
+// journal of the last batch, so that the undo brings the files back.
 FileCommandResult MoveRows(DataGrid& list, const FileCommandOptions& options, const ListEnv& env);
 // optTab1_FileDelete: asks (977, or 823 + mark + 824, No is the default), deletes to the
 // trash (or for good with the paper bin switch) and removes the rows. With nothing

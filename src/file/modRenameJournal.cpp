@@ -54,7 +54,10 @@ QByteArray EntryLine(const JournalEntry& e) {
         line += '\t';
         line += Escape(*s);
     }
-    line += '\t' + QByteArray::number(e.size) + '\t' + QByteArray::number(e.mtimeNs) + '\n';
+    line += '\t' + QByteArray::number(e.size) + '\t' + QByteArray::number(e.mtimeNs);
+    if (!e.newFolder.isEmpty())
+        line += '\t' + Escape(e.newFolder);
+    line += '\n';
     return line;
 }
 
@@ -89,6 +92,17 @@ void RenameJournal::Add(const QString& folder, const QString& oldName, const QSt
     ++m_count;
 }
 
+void RenameJournal::AddMove(const QString& folder, const QString& oldName, const QString& finalPath) {
+    if (!m_open)
+        return;
+    const qsizetype slash = finalPath.lastIndexOf(u'/');
+    JournalEntry e{folder, oldName, finalPath.mid(slash + 1), QString(), QString()};
+    e.newFolder = finalPath.left(slash);
+    FileStamp(finalPath, e.size, e.mtimeNs);
+    m_open = m_file.write(EntryLine(e)) > 0 && m_file.flush();
+    ++m_count;
+}
+
 void RenameJournal::Finish() {
     if (!m_file.isOpen())
         return;
@@ -110,7 +124,7 @@ bool ReadJournal(const QString& path, std::vector<JournalEntry>& entries) {
         if (line.isEmpty())
             continue;
         const QList<QByteArray> f7 = line.split('\t');
-        if (f7.size() != 7)
+        if (f7.size() != 7 && f7.size() != 8)
             continue; // not an entry: left alone
         JournalEntry e;
         e.folder = Unescape(f7[0]);
@@ -120,6 +134,8 @@ bool ReadJournal(const QString& path, std::vector<JournalEntry>& entries) {
         e.oldTitle = Unescape(f7[4]);
         e.size = f7[5].toLongLong();
         e.mtimeNs = f7[6].toLongLong();
+        if (f7.size() == 8)
+            e.newFolder = Unescape(f7[7]);
         if (e.folder.isEmpty() || e.oldName.isEmpty() || e.newName.isEmpty())
             continue;
         entries.push_back(std::move(e));
@@ -169,7 +185,7 @@ UndoOutcome UndoLastBatch(DataGrid* list, const QString& journalPath, const List
         }
         if (env)
             env->SetProgress(++n);
-        const QString now = e.folder + u'/' + e.newName;
+        const QString now = (e.newFolder.isEmpty() ? e.folder : e.newFolder) + u'/' + e.newName;
         const QString back = e.folder + u'/' + e.oldName;
         const int row = rows.value(now, 0);
         QString reason;
@@ -199,7 +215,7 @@ UndoOutcome UndoLastBatch(DataGrid* list, const QString& journalPath, const List
             continue;
         }
         ++out.done;
-        if (list && row) {
+        if (list && row && e.newFolder.isEmpty()) {
             list->SetCellText(row, InCol::FileName, e.oldName);
             list->SetCellText(row, InCol::Artist, e.oldArtist);
             list->SetCellText(row, InCol::Title, e.oldTitle);

@@ -7,7 +7,7 @@
 // Format (UTF-8, LF): the first line "quillotune-journal 1"; then one line per rename
 // with tab-separated fields, in which "%", tab, CR and LF are written as %25, %09, %0D
 // and %0A: folder, old name, new name, old artist, old title, size, modification time in
-// nanoseconds.
+// nanoseconds, and for a move the folder the file went to (an eighth field).
 
 #include <QFile>
 #include <QString>
@@ -17,6 +17,7 @@ struct JournalEntry {
     QString folder, oldName, newName, oldArtist, oldTitle;
     qint64 size = -1;
     qint64 mtimeNs = -1;
+    QString newFolder; // a move: where the file went (empty: it stayed in `folder`)
 };
 
 class RenameJournal {
@@ -27,6 +28,8 @@ public:
     // Records one done rename; `finalPath` is the file's path now.
     void Add(const QString& folder, const QString& oldName, const QString& newName, const QString& oldArtist,
              const QString& oldTitle, const QString& finalPath);
+    // Records one done move: the file left `folder` and is now `finalPath`.
+    void AddMove(const QString& folder, const QString& oldName, const QString& finalPath);
     // Closes the file; a journal without entries is removed.
     void Finish();
 
