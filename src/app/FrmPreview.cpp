@@ -77,8 +77,8 @@ void FrmPreview::ShowPlan(DataGrid* list, const RenamePlan& plan,
     }
     m_grid->LockUpdate(false);
     m_grid->Refresh();
-    QString count =
-        plan.steps.empty() ? Caption(CapPreviewNoChange) : QString::number(plan.steps.size() - failing);
+    QString count = plan.steps.empty() ? Caption(CapPreviewNoChange)
+                                       : CountText(CapPreviewCount, qint64(plan.steps.size()) - failing);
     if (failing)
         count += QStringLiteral("   ") + CountText(CapPreviewFailing, failing);
     lblPreview_Count->setText(count);

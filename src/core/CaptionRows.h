@@ -230,6 +230,7 @@ constexpr CaptionRow CapPreviewFailing = 971; // "Rows that would fail:" (joined
 constexpr CaptionRow CapPreviewNoChange = 972; // "No name would change."
 constexpr CaptionRow CapUndoButton = 973; // "Undo batch"
 constexpr CaptionRow CapPreviewSwitch = 974; // "Preview first"
+constexpr CaptionRow CapPreviewCount = 975; // "Proposed renames: " (joined)
 constexpr CaptionRow CapDeleteFilesQuestion = 977; // "Do you want to delete the selected files?"
 constexpr CaptionRow CapChoosePictureTitle = 985; // "Choose a picture"
 constexpr CaptionRow CapFindHits = 1000; // "Hits: " (joined)

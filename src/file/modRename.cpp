@@ -584,11 +584,13 @@ RenameOutcome ApplyPlan(DataGrid& list, const RenamePlan& plan, const ListEnv* e
 
 void FinishRename(DataGrid& list, RenameCommand command, const RenameOutcome& outcome, const ListEnv& env,
                   bool noMsg) {
+    list.DoSort(QStringLiteral("3,7"), 1);
     if (outcome.failed > 0) {
-        list.DoSort(QStringLiteral("3,7"), 1);
-        list.DoSort(InCol::FTag, 2); // stable: the failed rows come first, each part by name
-    } else {
-        list.DoSort(QStringLiteral("3,7"), 1);
+        // The failed rows come first, in the same order; other marks do not get between.
+        int to = 1;
+        for (int r = 1; r <= list.Rows(); ++r)
+            if (list.CellView(r, InCol::FTag) == Mark::Failed)
+                list.MoveRow(r, to++);
     }
     if (list.Rows() > 0)
         list.SetCurRow(1);
