@@ -458,6 +458,35 @@ private slots:
         QCOMPARE(UndoLastBatch(&list, RenameJournalPath()).done, 1);
     }
 
+    // Every command, then the undo: the folder is as it was.
+    void undoAfterEachCommand() {
+        const QStringList start{
+            QStringLiteral("#4 Cream - Crossroads.mp3"), QStringLiteral("01_Abba - SOS.mp3"),
+            QStringLiteral("Abba - #03 Waterloo.mp3"), QStringLiteral("_##_Doors - Helpless.mp3"),
+            QStringLiteral("1 - Eagles - Desperado.mp3")};
+        for (RenameCommand c :
+             {RenameCommand::SwapArtistTitle, RenameCommand::NumExt, RenameCommand::NumInt,
+              RenameCommand::RemoveNumInt, RenameCommand::SpecialSet, RenameCommand::SpecialRemove,
+              RenameCommand::Cut, RenameCommand::ReplaceArtist, RenameCommand::ReplaceString}) {
+            Fresh(start);
+            RenameRequest r = Req(c);
+            r.cutA = 1;
+            r.cutB = 3;
+            r.text = QStringLiteral("a");
+            r.replacement = QStringLiteral("Ä");
+            const RenameRun run = Run(r);
+            QVERIFY2(run.outcome.done > 0, qPrintable(QString::number(int(c))));
+            const UndoOutcome u = UndoLastBatch(&list, RenameJournalPath());
+            QCOMPARE(u.done, run.outcome.done);
+            QCOMPARE(u.failed, 0);
+            QStringList expected = start;
+            expected.sort();
+            QCOMPARE(Names(dir.path()), expected);
+            for (const QString& n : start)
+                QVERIFY(list.FindRow(n, InCol::FileName) > 0);
+        }
+    }
+
     void journalEscapes() {
         std::vector<JournalEntry> in{{QStringLiteral("/a\tb%"), QStringLiteral("x\ny.mp3"),
                                       QStringLiteral("z\r.mp3"), QStringLiteral("Ä"), QString(), 12, 34}};
