@@ -7,6 +7,7 @@ packages=(
   libtag1-dev
   python3 python3-mutagen python3-xlrd python3-olefile
   xvfb xauth fonts-dejavu-core
+  dosfstools
 )
 missing=()
 for p in "${packages[@]}"; do

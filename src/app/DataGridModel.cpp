@@ -49,6 +49,7 @@ QVariant DataGridModel::data(const QModelIndex& index, int role) const {
         return {};
     switch (role) {
     case Qt::DisplayRole:
+    case Qt::EditRole:
     case Qt::ToolTipRole:
         return m_grid->CellText(row, col);
     case Qt::TextAlignmentRole:
@@ -94,7 +95,34 @@ QVariant DataGridModel::headerData(int section, Qt::Orientation orientation, int
 Qt::ItemFlags DataGridModel::flags(const QModelIndex& index) const {
     if (!index.isValid())
         return Qt::NoItemFlags;
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    if (IsEditable(index.row() + 1, index.column() + 1))
+        f |= Qt::ItemIsEditable;
+    return f;
+}
+
+void DataGridModel::SetEditing(EditableFn editable, EditedFn edited) {
+    m_editable = std::move(editable);
+    m_edited = std::move(edited);
+}
+
+bool DataGridModel::IsEditable(int row, int col) const {
+    return m_editable && m_edited && Valid(row, col) && m_editable(row, col);
+}
+
+bool DataGridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    const int row = index.row() + 1;
+    const int col = index.column() + 1;
+    if (role != Qt::EditRole || !index.isValid() || !IsEditable(row, col))
+        return false;
+    QString text = value.toString();
+    if (text == m_grid->CellText(row, col))
+        return false; // left unchanged: nothing to do
+    if (!m_edited(row, col, text))
+        return false;
+    if (Valid(row, col))
+        m_grid->SetCellText(row, col, text);
+    return true;
 }
 
 void DataGridModel::Reset() {

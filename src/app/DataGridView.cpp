@@ -248,3 +248,11 @@ int DataGridView::SortColumn() const {
 int DataGridView::SortOrder() const {
     return d->sortOrder;
 }
+
+void DataGridView::SetCellEditing(std::function<bool(int, int)> editable,
+                                  std::function<bool(int, int, QString&)> edited) {
+    const bool on = editable && edited;
+    d->model->SetEditing(std::move(editable), std::move(edited));
+    d->table->setEditTriggers(on ? QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
+                                 : QAbstractItemView::NoEditTriggers);
+}

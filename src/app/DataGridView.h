@@ -8,6 +8,7 @@
 // signals bring its changes to the screen. The grid must outlive the view.
 
 #include <QWidget>
+#include <functional>
 
 class DataGrid;
 class QTableView;
@@ -31,6 +32,11 @@ public:
     // Sets the minimum width of columns firstCol.. to the width of their caption in
     // the header font, bold, so that no caption is cut off.
     void SetMinWidthsFromCaptions(int firstCol);
+    // In-place editing of cells (a double click opens the editor; Enter takes the text,
+    // Esc leaves the cell as it was). See DataGridModel::SetEditing; empty functions end
+    // the editing.
+    void SetCellEditing(std::function<bool(int row, int col)> editable,
+                        std::function<bool(int row, int col, QString& text)> edited);
     // Column and order (1 ascending, 2 descending) of the last header click; 0 = none.
     int SortColumn() const;
     int SortOrder() const;

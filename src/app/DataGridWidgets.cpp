@@ -225,8 +225,15 @@ void DataGridTable::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void DataGridTable::mouseDoubleClickEvent(QMouseEvent* event) {
-    QTableView::mouseDoubleClickEvent(event);
     const QModelIndex idx = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && idx.isValid() && (model()->flags(idx) & Qt::ItemIsEditable)) {
+        // In-place editing: the double click opens the cell's editor.
+        setCurrentIndex(idx);
+        edit(idx);
+        event->accept();
+        return;
+    }
+    QTableView::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton && idx.isValid() && idx.row() < m_grid->Rows())
         emit rowDoubleClicked(idx.row() + 1);
 }

@@ -1,6 +1,7 @@
 #include "app/FrmInput.h"
 
 #include "app/DataGridView.h"
+#include "app/FilesPanel.h"
 #include "app/FindFilterPanel.h"
 #include "app/FrmCap.h"
 #include "app/FrmPictures.h"
@@ -14,6 +15,7 @@
 #include "app/ListsPanel.h"
 #include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/RenamePanel.h"
 #include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
 #include "app/WindowPlace.h"
@@ -70,8 +72,11 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     findFilterPanel = FindFilterPanel::Install(pageData, listProgress);
     marksPanel = MarksPanel::Install(pageData, listProgress);
     listsPanel = ListsPanel::Install(pageData, listProgress);
+    renamePanel = RenamePanel::Install(pageData, listProgress);
+    filesPanel = FilesPanel::Install(pageData, listProgress, renamePanel);
     scanPanel = ScanPanel::Install(pageData, listProgress);
     frmTag = new FrmTag;
+    renamePanel->tagSetOfTagWindow = [this] { return int(frmTag->ChosenSet()); };
     frmTexte = new FrmTexte;
     frmPlaylist = new FrmPlaylist;
     frmPictures = new FrmPictures;
@@ -184,6 +189,7 @@ void FrmInput::ApplySettings() {
     pageData->ApplySettings();
     scanPanel->ApplySettings();
     marksPanel->ApplySettings();
+    renamePanel->ApplySettings();
     {
         DataGrid noRefList; // LbxRef comes with the reference list; until then row 77 waits
         ApplyStartupPatterns(Settings(), Grids::LbxInput(), noRefList);

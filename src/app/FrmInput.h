@@ -8,6 +8,7 @@
 
 #include <QWidget>
 
+class FilesPanel;
 class FindFilterPanel;
 class FrmCap;
 class FrmPictures;
@@ -22,6 +23,7 @@ class ListsPanel;
 class MarksPanel;
 class Prompt;
 class QTabWidget;
+class RenamePanel;
 class ScanPanel;
 
 class FrmInput : public QWidget {
@@ -53,6 +55,8 @@ public:
     FindFilterPanel* findFilterPanel; // TabInput1_Sub1: find and filter
     MarksPanel* marksPanel;           // TabInput1_Sub2: marks
     ListsPanel* listsPanel;           // TabInput1_Sub2: lists
+    FilesPanel* filesPanel;           // TabInput1_Sub2: copy, move, replace, delete
+    RenamePanel* renamePanel;         // TabInput1_Sub2: rename commands and undo
     FrmTag* frmTag;
     FrmTexte* frmTexte;
     FrmPlaylist* frmPlaylist;

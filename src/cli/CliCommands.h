@@ -9,6 +9,8 @@ int RunSet(const QStringList& args);      // CliSet.cpp
 int RunScan(const QStringList& args);     // cmd_scan.cpp
 int RunLoad(const QStringList& args);     // cmd_load.cpp
 int RunPlaylist(const QStringList& args); // cmd_playlist.cpp
+int RunRename(const QStringList& args);   // cmd_rename.cpp
+int RunUndo(const QStringList& args);     // cmd_rename.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.

@@ -22,6 +22,9 @@ const Command kCommands[] = {
     {"load", "load FILE.data [--act] [--export FILE]", "load a saved data list and check its files", RunLoad},
     {"playlist", "playlist FILE.m3u|FILE.pls [--json] | playlist --write OUT [--relative] FILE...",
      "print the rows of a playlist, or write songs as a playlist", RunPlaylist},
+    {"rename", "rename FILE|DIR... --do COMMAND [--subfolders] [--dry-run] [--json]",
+     "rename files by the rules of the data list's rename commands", RunRename},
+    {"undo", "undo [--json]", "put back the names of the last rename batch of this tool", RunUndo},
 };
 
 void PrintHelp() {

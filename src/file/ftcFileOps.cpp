@@ -10,6 +10,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -259,6 +260,32 @@ int CopyOne(const QString& absSource, const QString& target, bool renameOnCollis
     return 0;
 }
 
+// `source` -> a free hidden name of its folder -> `dest`. On a failure of the second step
+// the file gets its old name back.
+int RenameThroughIntermediate(const QString& source, const QString& dest) {
+    const QString folder = FolderOf(source);
+    int e = EEXIST;
+    QString middle;
+    for (int i = 0; i < 100 && e == EEXIST; ++i) {
+        middle = Join(folder, QStringLiteral(".qlt-case-") +
+                                  QString::number(QRandomGenerator::global()->generate64(), 36));
+        e = PosixFile::RenameNoReplace(source, middle);
+    }
+    if (e)
+        return e;
+    if ((e = PosixFile::Rename(middle, dest))) {
+        (void)PosixFile::Rename(middle, source);
+        return e;
+    }
+    // Where `dest` is a second name of the same file, the rename did nothing: the
+    // intermediate name goes, the file keeps `dest`.
+    struct stat m, d;
+    if (PosixFile::LStat(middle, m) == 0 && PosixFile::LStat(dest, d) == 0 && m.st_dev == d.st_dev &&
+        m.st_ino == d.st_ino)
+        ::unlink(Native(middle).constData());
+    return 0;
+}
+
 // Moves within or across file systems; never replaces a file.
 int MoveTo(const QString& absSource, const QString& dest, QString* finalPath) {
     struct stat sst, dst;
@@ -269,9 +296,10 @@ int MoveTo(const QString& absSource, const QString& dest, QString* finalPath) {
     if (PosixFile::LStat(dest, dst) == 0 && dst.st_dev == sst.st_dev && dst.st_ino == sst.st_ino &&
         absSource.compare(dest, Qt::CaseInsensitive) == 0) {
         // The target name reaches the source itself: a change of case on a file system
-        // that ignores case. The plain rename is right. (A hard link of another name is
-        // a name in use like any other.)
-        if (int e = PosixFile::Rename(absSource, dest))
+        // that ignores case (vfat, exfat, NTFS, SMB, casefolded ext4). A rename onto the
+        // same file does nothing there, so the file goes through an intermediate name of
+        // its folder. (A hard link of another name is a name in use like any other.)
+        if (int e = RenameThroughIntermediate(absSource, dest))
             return e;
         if (finalPath)
             *finalPath = dest;

@@ -7,6 +7,7 @@
 #include "core/Prompt.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "file/modFileCommands.h"
 #include "list/InputColumns.h"
 #include "list/ftcNames.h"
 #include "list/modList.h"
@@ -23,8 +24,7 @@ namespace {
 using TF = TagField;
 
 bool SkippedPath(const QString& path) {
-    return path.contains(QLatin1String("system"), Qt::CaseInsensitive) ||
-           path.contains(QLatin1String("recycler"), Qt::CaseInsensitive);
+    return SweepSkips(path); // the one rule of all folder walks
 }
 
 bool MaskMatches(const QString& name, const QString& mask) {

@@ -277,6 +277,61 @@ static QString PlainNumber(const QString& text) {
     return ok ? QString::number(n) : text.trimmed();
 }
 
+int SaveNameToSet(TagEngine& e, const QString& path, int t, const QString& fileName, UpdateSet set,
+                  bool withTrack, NameParts* parts, QString* trackOut) {
+    QString base, ext;
+    SplitExt(fileName, &base, &ext);
+    NameParts p = SplitNameForTag(base);
+    const QString track = withTrack ? PlainNumber(p.number) : QString();
+    using F = TagField;
+    auto put = [&](F artist, F title, F trackField, bool withTrackField) {
+        e.SetField(artist, p.artist);
+        e.SetField(title, p.title);
+        if (withTrackField && !track.isEmpty())
+            e.SetField(trackField, track);
+    };
+    int saved = 1;
+    switch (set) {
+    case UpdateSet::V1:
+        put(F::V1Artist, F::V1Title, F::V1Track, true);
+        saved = e.SaveV1(path);
+        break;
+    case UpdateSet::V2:
+        put(F::V2Artist, F::V2Title, F::V2Track, true);
+        saved = e.SaveV2(path);
+        break;
+    case UpdateSet::Ape:
+        put(F::ApeArtist, F::ApeTitle, F::ApeTrack, true);
+        saved = e.SaveApe(path);
+        break;
+    case UpdateSet::Lyrics:
+        if (t == 1 || t == 7)
+            EnsureV1ForLyrics(e, path);
+        put(F::LyricsArtist, F::LyricsTitle, F::LyricsArtist, false);
+        saved = e.SaveLyrics(path);
+        break;
+    case UpdateSet::Typical:
+        if (t == 2) {
+            put(F::WmaArtist, F::WmaTitle, F::WmaTrack, true);
+            saved = e.SaveWma(path);
+        } else if (t == 4) {
+            put(F::FlacArtist, F::FlacTitle, F::FlacTrack, true);
+            saved = e.SaveFlac(path);
+        } else if (t == 6) {
+            put(F::OggArtist, F::OggTitle, F::OggTrack, true);
+            saved = e.SaveOgg(path);
+        }
+        break;
+    case UpdateSet::None:
+        break;
+    }
+    if (parts)
+        *parts = p;
+    if (trackOut)
+        *trackOut = track;
+    return saved;
+}
+
 BatchResult FilenameToTag(TagBatch& batch, UpdateSet set, bool withTrack, NameToTagShown* shown) {
     BatchResult r;
     Prompt& prompt = *batch.prompt;
@@ -290,52 +345,10 @@ BatchResult FilenameToTag(TagBatch& batch, UpdateSet set, bool withTrack, NameTo
     ForEachOpenedFile(
         batch,
         [&](int row, const QString& path, int t) {
-            QString base, ext;
-            SplitExt(list.CellText(row, TagCol::FileName), &base, &ext);
-            NameParts p = SplitNameForTag(base);
-            const QString track = withTrack ? PlainNumber(p.number) : QString();
-            using F = TagField;
-            auto put = [&](F artist, F title, F trackField, bool withTrackField) {
-                e.SetField(artist, p.artist);
-                e.SetField(title, p.title);
-                if (withTrackField && !track.isEmpty())
-                    e.SetField(trackField, track);
-            };
-            int saved = 1;
-            switch (set) {
-            case UpdateSet::V1:
-                put(F::V1Artist, F::V1Title, F::V1Track, true);
-                saved = e.SaveV1(path);
-                break;
-            case UpdateSet::V2:
-                put(F::V2Artist, F::V2Title, F::V2Track, true);
-                saved = e.SaveV2(path);
-                break;
-            case UpdateSet::Ape:
-                put(F::ApeArtist, F::ApeTitle, F::ApeTrack, true);
-                saved = e.SaveApe(path);
-                break;
-            case UpdateSet::Lyrics:
-                if (t == 1 || t == 7)
-                    EnsureV1ForLyrics(e, path);
-                put(F::LyricsArtist, F::LyricsTitle, F::LyricsArtist, false);
-                saved = e.SaveLyrics(path);
-                break;
-            case UpdateSet::Typical:
-                if (t == 2) {
-                    put(F::WmaArtist, F::WmaTitle, F::WmaTrack, true);
-                    saved = e.SaveWma(path);
-                } else if (t == 4) {
-                    put(F::FlacArtist, F::FlacTitle, F::FlacTrack, true);
-                    saved = e.SaveFlac(path);
-                } else if (t == 6) {
-                    put(F::OggArtist, F::OggTitle, F::OggTrack, true);
-                    saved = e.SaveOgg(path);
-                }
-                break;
-            case UpdateSet::None:
-                break;
-            }
+            NameParts p;
+            QString track;
+            const int saved =
+                SaveNameToSet(e, path, t, list.CellText(row, TagCol::FileName), set, withTrack, &p, &track);
             if (saved == 0)
                 return false;
             if (shown) {

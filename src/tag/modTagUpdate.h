@@ -112,6 +112,12 @@ struct NameToTagShown {
     QString track, artist, title;
 };
 
+// Writes number (with `withTrack`), artist and title of `fileName` into `set` of the open
+// file `path` of type `type` and saves that set. Returns the save's result (0 failed);
+// `parts` and `track` receive what was written.
+int SaveNameToSet(TagEngine& engine, const QString& path, int type, const QString& fileName, UpdateSet set,
+                  bool withTrack, NameParts* parts = nullptr, QString* track = nullptr);
+
 // btnTab2_FilenameToTag.
 BatchResult FilenameToTag(TagBatch& batch, UpdateSet set, bool withTrack, NameToTagShown* shown = nullptr);
 

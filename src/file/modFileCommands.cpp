@@ -1,0 +1,287 @@
+#include "file/modFileCommands.h"
+
+#include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/DataGrid.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
+#include "file/ftcFileOps.h"
+#include "file/modRenameJournal.h"
+#include "list/InputColumns.h"
+#include "list/Marks.h"
+#include "list/modListEnv.h"
+#include "tag/TagEngine.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+constexpr TagField kLinkFields[] = {TagField::V2Composer,     TagField::V2Conductor, TagField::V2Orchestra,
+                                    TagField::V2OrigArtist,   TagField::V2Copyright, TagField::V2EncodedBy,
+                                    TagField::V2PublisherUrl, TagField::V2AudFileUrl};
+
+QString RowPath(const DataGrid& list, int row) {
+    return list.CellText(row, InCol::Path) + u'/' + list.CellText(row, InCol::FileName);
+}
+
+bool Passes(const DataGrid& list, int row, const QString& filter) {
+    return filter.isEmpty() || list.CellView(row, InCol::FTag) == filter;
+}
+
+// A link cell that names a file: an absolute path.
+bool IsFileLink(const QString& value) {
+    return value.startsWith(u'/');
+}
+
+// Asks for the target folder, starting from the one used last, and keeps the answer.
+QString TargetFolder(const FileCommandOptions& options, int titleRow) {
+    if (!options.chooseFolder)
+        return QString();
+    const QString folder = options.chooseFolder(titleRow, Setting(Ini::PathCopyTarget, Ini::Col2));
+    if (!folder.isEmpty())
+        SetSetting(Ini::PathCopyTarget, Ini::Col2, folder);
+    return folder;
+}
+
+void Report(const ListEnv& env, bool noMsg, int done, int oneRow, int manyRow, int failed, int failRow) {
+    if (!noMsg) {
+        const QString text = done == 1 ? Caption(oneRow) : CountText(manyRow, done);
+        env.prompt.Tell(text, Prompt::Icon::Information);
+    }
+    if (failed > 0)
+        env.prompt.Tell(CountText(failRow, failed), Prompt::Icon::Critical);
+}
+
+// Keeps the rows with `mark`, removes them, and selects `keep` afterwards (failed rows).
+void RemoveMarkedRows(DataGrid& list, const QString& mark) {
+    list.ClearSelection();
+    for (int r = 1; r <= list.Rows(); ++r)
+        if (list.CellView(r, InCol::FTag) == mark)
+            list.SetSelected(r, true);
+    list.DeleteSelected();
+}
+
+} // namespace
+
+bool SweepSkips(const QString& path) {
+    return path.contains(QLatin1String("system"), Qt::CaseInsensitive) ||
+           path.contains(QLatin1String("recycler"), Qt::CaseInsensitive);
+}
+
+bool CopyLinkedFiles(TagEngine& engine, const QString& source, const QString& targetFolder,
+                     const QString& tempFolder) {
+    if (engine.OpenFile(source) == 0)
+        return false;
+    if (engine.HasV2()) {
+        for (TagField f : kLinkFields) {
+            const QString value = engine.Field(f);
+            if (IsFileLink(value) && QFileInfo(value).isFile())
+                CopyFile(value, targetFolder + u'/', true);
+        }
+    }
+    QStringList temps;
+    const QString base = QFileInfo(source).completeBaseName();
+    for (int i = 1; i <= engine.PictureCount(); ++i) {
+        const QString mime = engine.PictureMime(i);
+        if (mime.startsWith(QLatin1String("-->"))) {
+            const QString linked = mime.mid(3);
+            if (QFileInfo(linked).isFile())
+                CopyFile(linked, targetFolder + u'/', true);
+            continue;
+        }
+        // The format: what follows the "/" of the description, else of the mime type.
+        QString format = engine.PictureDescription(i).section(u'/', 1);
+        if (format.isEmpty())
+            format = mime.section(u'/', 1);
+        if (format.isEmpty() || format.contains(u'/'))
+            format = QStringLiteral("jpg");
+        if (format == u"jpeg")
+            format = QStringLiteral("jpg");
+        const QString temp = tempFolder + u'/' + base + u'_' +
+                             QStringLiteral("%1").arg(i, 2, 10, QLatin1Char('0')) + u'.' + format;
+        QDir().mkpath(tempFolder);
+        if (engine.ExportPicture(i, temp) > 0) {
+            temps << temp;
+            CopyFile(temp, targetFolder + u'/', true);
+        }
+    }
+    for (const QString& t : temps)
+        QFile::remove(t);
+    return true;
+}
+
+bool EraseLinkTags(TagEngine& engine, const QString& path) {
+    if (engine.OpenFile(path) == 0)
+        return false;
+    if (!engine.HasV2())
+        return true;
+    for (TagField f : kLinkFields)
+        engine.SetField(f, QString());
+    return engine.SaveV2(path) > 0;
+}
+
+FileCommandResult CopyRows(DataGrid& list, const FileCommandOptions& options, const ListEnv& env,
+                           TagEngine* engine) {
+    FileCommandResult res;
+    if (!env.ListNotEmpty(list) || !env.AtLeastRowsSelected(list, 1))
+        return res;
+    const bool extended = options.copyLinkedFiles || options.eraseTagsByCopy;
+    const QString target = TargetFolder(options, CapCopyTargetTitle);
+    if (target.isEmpty())
+        return res;
+    res.ran = true;
+    const std::vector<int> rows = list.SelectedRows();
+    State().AbortRequested = false;
+    list.LockUpdate(true);
+    env.ShowProgress(int(rows.size()), 0);
+    int n = 0;
+    for (int row : rows) {
+        if (State().AbortRequested)
+            break;
+        env.SetProgress(++n);
+        if (!Passes(list, row, options.markFilter))
+            continue;
+        const QString source = RowPath(list, row);
+        int e = 0;
+        if (extended) {
+            list.SetFooterText(InCol::FileName,
+                               QString::number(n) + QStringLiteral(" / ") + QString::number(rows.size()));
+            QString copy;
+            e = CopyFile(source, target + u'/' + QFileInfo(source).fileName(), true, nullptr, &copy);
+            if (!e && engine && options.copyLinkedFiles)
+                CopyLinkedFiles(*engine, source, target, options.tempFolder);
+            if (!e && engine && options.eraseTagsByCopy && !EraseLinkTags(*engine, copy))
+                e = -1;
+        } else {
+            e = CopyFile(source, target + u'/', false, &env.prompt);
+            if (e == FileOp::Cancelled)
+                continue; // the user kept the file in the target
+        }
+        if (e) {
+            list.SetCellText(row, InCol::FTag, Mark::Failed);
+            ++res.failed;
+        } else {
+            ++res.done;
+        }
+    }
+    env.HideProgress();
+    list.LockUpdate(false);
+    list.Refresh();
+    env.ShowTotals();
+    Report(env, options.noMsg, res.done, CapOneFileCopied, CapFilesCopied, res.failed, CapFailedFiles);
+    return res;
+}
+
+FileCommandResult MoveRows(DataGrid& list, const FileCommandOptions& options, const ListEnv& env) {
+    FileCommandResult res;
+    if (!env.ListNotEmpty(list) || !env.AtLeastRowsSelected(list, 1))
+        return res;
+    const QString target = TargetFolder(options, CapMoveTargetTitle);
+    if (target.isEmpty())
+        return res;
+    res.ran = true;
+    const std::vector<int> rows = list.SelectedRows();
+    State().AbortRequested = false;
+    list.LockUpdate(true);
+    env.ShowProgress(int(rows.size()), 0);
+    RenameJournal journal;
+    if (!options.journalPath.isEmpty())
+        journal.Start(options.journalPath);
+    int n = 0;
+    for (int row : rows) {
+        if (State().AbortRequested)
+            break;
+        env.SetProgress(++n);
+        if (!Passes(list, row, options.markFilter))
+            continue;
+        QString finalPath;
+        if (MoveFile(RowPath(list, row), target + u'/', &finalPath) == 0) {
+            journal.AddMove(list.CellText(row, InCol::Path), list.CellText(row, InCol::FileName), finalPath);
+            list.SetCellText(row, InCol::FTag, Mark::Moved);
+            ++res.done;
+        } else {
+            list.SetCellText(row, InCol::FTag, Mark::Failed);
+            ++res.failed;
+        }
+    }
+    journal.Finish();
+    RemoveMarkedRows(list, Mark::Moved);
+    // A failed move leaves its row selected.
+    for (int r = 1; r <= list.Rows(); ++r)
+        if (list.CellView(r, InCol::FTag) == Mark::Failed && res.failed > 0)
+            list.SetSelected(r, true);
+    env.HideProgress();
+    list.LockUpdate(false);
+    list.Refresh();
+    env.ShowTotals();
+    Report(env, options.noMsg, res.done, CapOneFileMoved, CapFilesMoved, res.failed, CapFailedFiles);
+    return res;
+}
+
+FileCommandResult DeleteRows(DataGrid& list, const FileCommandOptions& options, const ListEnv& env,
+                             bool confirmed) {
+    FileCommandResult res;
+    if (!env.ListNotEmpty(list))
+        return res;
+    if (list.SelCount() == 0 && options.markFilter.isEmpty()) {
+        // The current row alone.
+        const int row = list.CurRow();
+        if (row < 1 || row > list.Rows())
+            return env.AtLeastRowsSelected(list, 1), res;
+        if (!confirmed &&
+            !env.prompt.AskYesNo(Caption(CapDeleteFilesQuestion), false, Prompt::Icon::Question))
+            return res;
+        res.ran = true;
+        if (KillFile(RowPath(list, row), 1, true, options.paperbin, &env.prompt)) {
+            list.DeleteRow(row);
+            res.done = 1;
+            env.ShowTotals();
+        } else {
+            res.failed = 1;
+            env.prompt.Tell(Caption(CapDeleteFailed), Prompt::Icon::Critical);
+        }
+        return res;
+    }
+    if (!confirmed) {
+        const QString question =
+            options.markFilter.isEmpty()
+                ? Caption(CapDeleteFilesQuestion)
+                : Caption(CapDeleteMarkedBefore) + options.markFilter + Caption(CapDeleteMarkedAfter);
+        if (!env.prompt.AskYesNo(question, false, Prompt::Icon::Question))
+            return res;
+    }
+    res.ran = true;
+    // With a mark filter every row that carries the mark, else the selection.
+    std::vector<int> rows;
+    if (options.markFilter.isEmpty()) {
+        rows = list.SelectedRows();
+    } else {
+        for (int r = 1; r <= list.Rows(); ++r)
+            if (list.CellView(r, InCol::FTag) == options.markFilter)
+                rows.push_back(r);
+    }
+    State().AbortRequested = false;
+    list.LockUpdate(true);
+    env.ShowProgress(int(rows.size()), 0);
+    int n = 0;
+    for (int row : rows) {
+        if (State().AbortRequested)
+            break;
+        env.SetProgress(++n);
+        if (KillFile(RowPath(list, row), 1, true, options.paperbin, &env.prompt)) {
+            list.SetCellText(row, InCol::FTag, Mark::DDelete);
+            ++res.done;
+        } else {
+            list.SetCellText(row, InCol::FTag, Mark::Failed);
+            ++res.failed;
+        }
+    }
+    RemoveMarkedRows(list, Mark::DDelete);
+    env.HideProgress();
+    list.LockUpdate(false);
+    list.Refresh();
+    env.ShowTotals();
+    Report(env, options.noMsg, res.done, CapOneFileDeleted, CapFilesDeleted, res.failed, CapFilesNotDeleted);
+    return res;
+}

@@ -1,0 +1,229 @@
+#include "file/modRenameJournal.h"
+
+#include "core/AppPaths.h"
+#include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/DataGrid.h"
+#include "file/ftcFileOps.h"
+#include "file/modRename.h"
+#include "list/InputColumns.h"
+#include "list/Marks.h"
+#include "list/modListEnv.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <sys/stat.h>
+
+namespace {
+
+const QByteArray kHeader = QByteArrayLiteral("quillotune-journal 1");
+
+QByteArray Escape(const QString& text) {
+    QByteArray out;
+    const QByteArray utf8 = text.toUtf8();
+    out.reserve(utf8.size());
+    for (char c : utf8) {
+        switch (c) {
+        case '%':
+            out += "%25";
+            break;
+        case '\t':
+            out += "%09";
+            break;
+        case '\r':
+            out += "%0D";
+            break;
+        case '\n':
+            out += "%0A";
+            break;
+        default:
+            out += c;
+        }
+    }
+    return out;
+}
+
+QString Unescape(const QByteArray& field) {
+    return QString::fromUtf8(QByteArray::fromPercentEncoding(field));
+}
+
+QByteArray EntryLine(const JournalEntry& e) {
+    QByteArray line = Escape(e.folder);
+    for (const QString* s : {&e.oldName, &e.newName, &e.oldArtist, &e.oldTitle}) {
+        line += '\t';
+        line += Escape(*s);
+    }
+    line += '\t' + QByteArray::number(e.size) + '\t' + QByteArray::number(e.mtimeNs);
+    if (!e.newFolder.isEmpty())
+        line += '\t' + Escape(e.newFolder);
+    line += '\n';
+    return line;
+}
+
+} // namespace
+
+bool FileStamp(const QString& path, qint64& size, qint64& mtimeNs) {
+    struct stat st {};
+    if (::lstat(QFile::encodeName(path).constData(), &st) != 0)
+        return false;
+    size = qint64(st.st_size);
+    mtimeNs = qint64(st.st_mtim.tv_sec) * 1000000000LL + qint64(st.st_mtim.tv_nsec);
+    return true;
+}
+
+bool RenameJournal::Start(const QString& path) {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    m_file.setFileName(path);
+    m_count = 0;
+    m_open = m_file.open(QIODevice::WriteOnly | QIODevice::Truncate) && m_file.write(kHeader + '\n') > 0 &&
+             m_file.flush();
+    return m_open;
+}
+
+void RenameJournal::Add(const QString& folder, const QString& oldName, const QString& newName,
+                        const QString& oldArtist, const QString& oldTitle, const QString& finalPath) {
+    if (!m_open)
+        return;
+    JournalEntry e{folder, oldName, newName, oldArtist, oldTitle};
+    FileStamp(finalPath, e.size, e.mtimeNs);
+    // Flushed per entry: after a crash the journal still names every rename that was done.
+    m_open = m_file.write(EntryLine(e)) > 0 && m_file.flush();
+    ++m_count;
+}
+
+void RenameJournal::AddMove(const QString& folder, const QString& oldName, const QString& finalPath) {
+    if (!m_open)
+        return;
+    const qsizetype slash = finalPath.lastIndexOf(u'/');
+    JournalEntry e{folder, oldName, finalPath.mid(slash + 1), QString(), QString()};
+    e.newFolder = finalPath.left(slash);
+    FileStamp(finalPath, e.size, e.mtimeNs);
+    m_open = m_file.write(EntryLine(e)) > 0 && m_file.flush();
+    ++m_count;
+}
+
+void RenameJournal::Finish() {
+    if (!m_file.isOpen())
+        return;
+    m_file.close();
+    if (m_count == 0)
+        m_file.remove();
+}
+
+bool ReadJournal(const QString& path, std::vector<JournalEntry>& entries) {
+    entries.clear();
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return false;
+    const QList<QByteArray> lines = f.readAll().split('\n');
+    if (lines.isEmpty() || lines.front().trimmed() != kHeader)
+        return false;
+    for (qsizetype i = 1; i < lines.size(); ++i) {
+        const QByteArray line = lines[i].endsWith('\r') ? lines[i].chopped(1) : lines[i];
+        if (line.isEmpty())
+            continue;
+        const QList<QByteArray> f7 = line.split('\t');
+        if (f7.size() != 7 && f7.size() != 8)
+            continue; // not an entry: left alone
+        JournalEntry e;
+        e.folder = Unescape(f7[0]);
+        e.oldName = Unescape(f7[1]);
+        e.newName = Unescape(f7[2]);
+        e.oldArtist = Unescape(f7[3]);
+        e.oldTitle = Unescape(f7[4]);
+        e.size = f7[5].toLongLong();
+        e.mtimeNs = f7[6].toLongLong();
+        if (f7.size() == 8)
+            e.newFolder = Unescape(f7[7]);
+        if (e.folder.isEmpty() || e.oldName.isEmpty() || e.newName.isEmpty())
+            continue;
+        entries.push_back(std::move(e));
+    }
+    return true;
+}
+
+bool WriteJournal(const QString& path, const std::vector<JournalEntry>& entries) {
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return false;
+    QByteArray all = kHeader + '\n';
+    for (const JournalEntry& e : entries)
+        all += EntryLine(e);
+    return f.write(all) == all.size() && f.flush();
+}
+
+QString RenameJournalPath() {
+    return AppFile(QStringLiteral("temp/rename.journal"));
+}
+
+QString CliJournalPath() {
+    return AppFile(QStringLiteral("temp/cli-rename.journal"));
+}
+
+UndoOutcome UndoLastBatch(DataGrid* list, const QString& journalPath, const ListEnv* env) {
+    UndoOutcome out;
+    std::vector<JournalEntry> entries;
+    if (!ReadJournal(journalPath, entries) || entries.empty())
+        return out;
+    out.hadJournal = true;
+    // The rows by folder and name: the list may have been sorted since.
+    QHash<QString, int> rows;
+    if (list) {
+        rows.reserve(list->Rows());
+        for (int r = 1; r <= list->Rows(); ++r)
+            rows.insert(list->CellText(r, InCol::Path) + u'/' + list->CellText(r, InCol::FileName), r);
+    }
+    std::vector<JournalEntry> left;
+    State().AbortRequested = false;
+    int n = 0;
+    for (auto it = entries.rbegin(); it != entries.rend(); ++it) {
+        const JournalEntry& e = *it;
+        if (State().AbortRequested) {
+            left.insert(left.begin(), e);
+            continue;
+        }
+        if (env)
+            env->SetProgress(++n);
+        const QString now = (e.newFolder.isEmpty() ? e.folder : e.newFolder) + u'/' + e.newName;
+        const QString back = e.folder + u'/' + e.oldName;
+        const int row = rows.value(now, 0);
+        QString reason;
+        qint64 size = 0, mtime = 0;
+        struct stat a {
+        }, b{};
+        if (!FileStamp(now, size, mtime)) {
+            reason = Caption(CapReasonGone);
+        } else if (::lstat(QFile::encodeName(back).constData(), &b) == 0 &&
+                   (::lstat(QFile::encodeName(now).constData(), &a) != 0 || a.st_ino != b.st_ino ||
+                    a.st_dev != b.st_dev)) {
+            reason = Caption(CapReasonNameTaken);
+        } else {
+            if (size != e.size || mtime != e.mtimeNs)
+                ++out.changedSince;
+            QString finalPath;
+            const int err = RenameFile(now, back, &finalPath);
+            if (err)
+                reason = Caption(CapReasonMoveFailed) + FileOpErrorText(err);
+        }
+        if (!reason.isEmpty()) {
+            ++out.failed;
+            out.failures.push_back(e.newName + QStringLiteral(": ") + reason);
+            left.insert(left.begin(), e);
+            if (list && row)
+                list->SetCellText(row, InCol::FTag, Mark::Failed);
+            continue;
+        }
+        ++out.done;
+        if (list && row && e.newFolder.isEmpty()) {
+            list->SetCellText(row, InCol::FileName, e.oldName);
+            list->SetCellText(row, InCol::Artist, e.oldArtist);
+            list->SetCellText(row, InCol::Title, e.oldTitle);
+        }
+    }
+    if (left.empty())
+        QFile::remove(journalPath);
+    else
+        WriteJournal(journalPath, left);
+    return out;
+}

@@ -1,0 +1,47 @@
+#pragma once
+// The journal of the last rename batch: a small text file in the program's `temp` folder
+// that lists every rename of the batch (folder, old name, new name, the row's old artist
+// and title, and the size and time of the file right after the rename). An undo reads it
+// back; it is replaced by the next batch and goes with the folder `temp` at closing.
+//
+// Format (UTF-8, LF): the first line "quillotune-journal 1"; then one line per rename
+// with tab-separated fields, in which "%", tab, CR and LF are written as %25, %09, %0D
+// and %0A: folder, old name, new name, old artist, old title, size, modification time in
+// nanoseconds, and for a move the folder the file went to (an eighth field).
+
+#include <QFile>
+#include <QString>
+#include <vector>
+
+struct JournalEntry {
+    QString folder, oldName, newName, oldArtist, oldTitle;
+    qint64 size = -1;
+    qint64 mtimeNs = -1;
+    QString newFolder; // a move: where the file went (empty: it stayed in `folder`)
+};
+
+class RenameJournal {
+public:
+    // Starts a new journal at `path` (the old one goes). False when it cannot be written;
+    // the batch runs all the same, without undo.
+    bool Start(const QString& path);
+    // Records one done rename; `finalPath` is the file's path now.
+    void Add(const QString& folder, const QString& oldName, const QString& newName, const QString& oldArtist,
+             const QString& oldTitle, const QString& finalPath);
+    // Records one done move: the file left `folder` and is now `finalPath`.
+    void AddMove(const QString& folder, const QString& oldName, const QString& finalPath);
+    // Closes the file; a journal without entries is removed.
+    void Finish();
+
+private:
+    QFile m_file;
+    int m_count = 0;
+    bool m_open = false;
+};
+
+// Reads a journal; false when there is none or it is not one.
+bool ReadJournal(const QString& path, std::vector<JournalEntry>& entries);
+// Writes `entries` as a journal (used to keep what an undo could not put back).
+bool WriteJournal(const QString& path, const std::vector<JournalEntry>& entries);
+// Size and modification time of a file, false when it is not there.
+bool FileStamp(const QString& path, qint64& size, qint64& mtimeNs);

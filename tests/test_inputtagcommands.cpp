@@ -1,0 +1,165 @@
+// The tag commands of the rename tab on real MP3 files: the name from the tags (with the
+// track in front), a text into one tag column, and the removal of dead links.
+
+#include "InstalledCaptions.h"
+#include "ProgramFolder.h"
+#include "TestPaths.h"
+#include "core/CaptionRows.h"
+#include "core/DataGrid.h"
+#include "core/Prompt.h"
+#include "file/modRename.h"
+#include "list/InputColumns.h"
+#include "list/Marks.h"
+#include "list/modListEnv.h"
+#include "list/modScan.h"
+#include "tag/TagEngine.h"
+#include "tag/modInputTagCommands.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestInputTagCommands : public QObject {
+    Q_OBJECT
+
+    ProgramFolder program;
+    QTemporaryDir dir;
+    DataGrid list;
+    ScriptedPrompt prompt;
+
+    QString Song(const QString& name, const QString& artist, const QString& title, const QString& track) {
+        const QString path = dir.filePath(name);
+        QFile::remove(path);
+        if (!QFile::copy(FixtureDir() + QStringLiteral("/tone.mp3"), path))
+            return QString();
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+        TagEngine& e = TagEngine::Shared();
+        if (e.OpenFile(path) == 0)
+            return QString();
+        e.SetV2Artist(artist);
+        e.SetV2Title(title);
+        e.SetV2Track(track);
+        return e.SaveV2(path) > 0 ? path : QString();
+    }
+    void Rows() {
+        EnsureInputColumns(list);
+        list.Clear();
+        const RowContext context;
+        for (const QString& n : QDir(dir.path()).entryList(QDir::Files, QDir::Name))
+            AddFileRow(list, TagEngine::Shared(), dir.filePath(n), context);
+        list.SelectAll();
+        prompt.shown.clear();
+    }
+
+private slots:
+    void initTestCase() {
+        QVERIFY(LoadInstalledCaptions());
+        QDir().mkpath(program.file(QStringLiteral("temp")));
+    }
+
+    void tagToFilename() {
+        QVERIFY(!Song(QStringLiteral("x1.mp3"), QStringLiteral("Abba"), QStringLiteral("SOS"),
+                      QStringLiteral("3/12"))
+                     .isEmpty());
+        QVERIFY(!Song(QStringLiteral("x2.mp3"), QString(), QStringLiteral("No artist"), QString()).isEmpty());
+        Rows();
+        RenameRequest r;
+        r.command = RenameCommand::TagToFilename;
+        r.digits = 2;
+        r.tagSet = 2;
+        r.withTrack = true;
+        ListEnv env(prompt);
+        prompt.answers = {true};
+        const RenameRun run =
+            RunRename(list, r, env, false, false, &TagEngine::Shared(), RenameJournalPath());
+        QCOMPARE(prompt.shown.front().text, Caption(CapTagToNameQuestion));
+        QCOMPARE(run.outcome.done, 1);
+        QCOMPARE(run.outcome.failed, 1);
+        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("03_Abba - SOS.mp3"))));
+        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("x2.mp3"))));
+        QCOMPARE(UndoLastBatch(&list, RenameJournalPath()).done, 1);
+        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("x1.mp3"))));
+        for (const QString& n : QDir(dir.path()).entryList(QDir::Files))
+            QFile::remove(dir.filePath(n));
+    }
+
+    void filenameToTag() {
+        QVERIFY(!Song(QStringLiteral("07_Abba - Waterloo.mp3"), QString(), QString(), QString()).isEmpty());
+        Rows();
+        ListEnv env(prompt);
+        prompt.answers = {true};
+        const TagCommandResult r =
+            FilenameToTagRows(list, 2, true, QString(), false, TagEngine::Shared(), env);
+        QCOMPARE(r.done, 1);
+        QCOMPARE(prompt.shown.front().text, Caption(CapNameToTagQuestion));
+        TagEngine& e = TagEngine::Shared();
+        QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("07_Abba - Waterloo.mp3"))) != 0);
+        QCOMPARE(e.V2Artist(), QStringLiteral("Abba"));
+        QCOMPARE(e.V2Title(), QStringLiteral("Waterloo"));
+        QCOMPARE(e.V2Track(), QStringLiteral("7"));
+        QCOMPARE(list.CellText(1, InCol::TagArtist), QStringLiteral("Abba"));
+        QFile::remove(dir.filePath(QStringLiteral("07_Abba - Waterloo.mp3")));
+    }
+
+    void textIntoTagColumn() {
+        QVERIFY(
+            !Song(QStringLiteral("a.mp3"), QStringLiteral("A"), QStringLiteral("T"), QString()).isEmpty());
+        QVERIFY(
+            !Song(QStringLiteral("b.mp3"), QStringLiteral("B"), QStringLiteral("U"), QString()).isEmpty());
+        Rows();
+        list.SetCellText(2, InCol::FTag, QStringLiteral("skip"));
+        list.SetCellText(1, InCol::FTag, QStringLiteral("go"));
+        ListEnv env(prompt);
+        TagCommandResult r = SetTextInTag(list, InCol::TagAlbum, QStringLiteral("Arrival"),
+                                          QStringLiteral("go"), false, TagEngine::Shared(), env);
+        QCOMPARE(r.done, 1);
+        TagEngine& e = TagEngine::Shared();
+        QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("a.mp3"))) != 0);
+        QCOMPARE(e.V2Album(), QStringLiteral("Arrival"));
+        QCOMPARE(list.CellText(1, InCol::TagAlbum), QStringLiteral("Arrival"));
+        QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("b.mp3"))) != 0);
+        QVERIFY(e.V2Album().isEmpty());
+        // The comment column: the first comment, "???" as language for a new one.
+        r = SetTextInTag(list, InCol::TagComment, QStringLiteral("live"), QString(), true, e, env);
+        QCOMPARE(r.done, 2);
+        QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("b.mp3"))) != 0);
+        QCOMPARE(e.CommentText(1), QStringLiteral("live"));
+        QCOMPARE(e.CommentLanguage(1), QStringLiteral("???"));
+        // A file that is gone fails with its mark.
+        QFile::remove(dir.filePath(QStringLiteral("b.mp3")));
+        r = SetTextInTag(list, InCol::Tg1Album, QStringLiteral("x"), QString(), true, e, env);
+        QCOMPARE(r.failed, 1);
+        QCOMPARE(list.CellText(2, InCol::FTag), Mark::Failed);
+    }
+
+    void deadLinks() {
+        const QString path =
+            Song(QStringLiteral("c.mp3"), QStringLiteral("C"), QStringLiteral("V"), QString());
+        QVERIFY(!path.isEmpty());
+        TagEngine& e = TagEngine::Shared();
+        QVERIFY(e.OpenFile(path) != 0);
+        e.SetV2Composer(QStringLiteral("/nowhere/score.pdf"));
+        e.SetV2Conductor(path); // exists: stays
+        QVERIFY(e.SaveV2(path) > 0);
+        Rows();
+        const int row = list.FindRow(QStringLiteral("c.mp3"), InCol::FileName);
+        list.ClearSelection();
+        list.SetSelected(row, true);
+        ListEnv env(prompt);
+        prompt.answers = {true, false}; // the command yes, the link no
+        TagCommandResult r = RemoveInvalidLinks(list, QString(), false, e, env);
+        QCOMPARE(r.linksRemoved, 0);
+        prompt.answers = {true, true};
+        r = RemoveInvalidLinks(list, QString(), false, e, env);
+        QCOMPARE(r.linksRemoved, 1);
+        QCOMPARE(r.done, 1);
+        QVERIFY(e.OpenFile(path) != 0);
+        QVERIFY(e.V2Composer().isEmpty());
+        QCOMPARE(e.V2Conductor(), path);
+        QVERIFY(list.CellText(row, InCol::TagComposer).isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestInputTagCommands)
+#include "test_inputtagcommands.moc"
