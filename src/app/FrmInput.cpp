@@ -211,6 +211,7 @@ void FrmInput::SetGridHeaders() {
 void FrmInput::LanguageChanged() {
     SetGridHeaders();
     pageData->LbxInput->SetMinWidthsFromCaptions(3);
+    renamePanel->FillTextInTag();
     SetCaptions();
     if (m_cap) {
         m_cap->SetCmbLanguages();

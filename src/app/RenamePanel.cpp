@@ -165,6 +165,13 @@ void RenamePanel::ApplySettings() {
     const bool quiet = State().SuppressEvents;
     State().SuppressEvents = true;
     chbTab1_RenamePreview->setChecked(SettingOn(Ini::RenamePreview, Ini::Col1));
+    FillTextInTag();
+    State().SuppressEvents = quiet;
+}
+
+// The tag columns of the data list under their headers in the program's language; the
+// chosen column stays chosen.
+void RenamePanel::FillTextInTag() {
     const int keep = cmbTab1_TextInTag->currentData().toInt();
     cmbTab1_TextInTag->clear();
     const DataGrid& list = Grids::LbxInput();
@@ -173,7 +180,6 @@ void RenamePanel::ApplySettings() {
             cmbTab1_TextInTag->addItem(list.Column(col).caption, col);
     const int at = cmbTab1_TextInTag->findData(keep);
     cmbTab1_TextInTag->setCurrentIndex(at >= 0 ? at : 0);
-    State().SuppressEvents = quiet;
 }
 
 RenameRequest RenamePanel::Request() const {

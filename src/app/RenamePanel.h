@@ -60,6 +60,7 @@ public:
 
     // The preview switch from settings row 25; the column list of cmbTab1_TextInTag.
     void ApplySettings();
+    void FillTextInTag(); // the tag columns under their headers in the current language
     // The options read into a request (the command None when no option is set).
     RenameRequest Request() const;
     // Runs a request as the buttons do: with the preview switch the plan goes to
