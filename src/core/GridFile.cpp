@@ -5,9 +5,9 @@
 // is some 60 MB, and the generic string helpers would cost several times the disk time.
 
 #include "core/DataGrid.h"
+#include "platform/SafeFile.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <algorithm>
 #include <cstring>
 #include <limits>
@@ -226,11 +226,12 @@ bool DataGrid::LoadFile(const QString& path, bool keepColumns) {
 
 bool GridFile::Save(const DataGrid& g, const QString& path) {
     g.m_lastFileError.clear();
-    // QSaveFile writes beside the target and renames at the end: a failed or broken-off
-    // write leaves the old file as it was.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        g.m_lastFileError = file.errorString();
+    // The writer fills a temporary copy beside the target, checks every write, flushes it
+    // and renames it over the target only at the end: a failed or broken-off write leaves
+    // the old file as it was.
+    SafeFile::AtomicWriter file(path);
+    if (!file.Open()) {
+        g.m_lastFileError = file.ErrorString();
         return false;
     }
     LineWriter w;
@@ -238,7 +239,7 @@ bool GridFile::Save(const DataGrid& g, const QString& path) {
     auto flush = [&](bool force) {
         if (w.size == 0 || (!force && w.size < kChunk))
             return true;
-        const bool ok = file.write(w.buf.constData(), w.size) == w.size;
+        const bool ok = file.Write(w.buf.constData(), w.size);
         w.size = 0;
         return ok;
     };
@@ -323,9 +324,9 @@ bool GridFile::Save(const DataGrid& g, const QString& path) {
         w.Byte('\n');
         ok = flush(true);
     }
-    if (!ok || !file.commit()) {
-        g.m_lastFileError = file.errorString();
-        file.cancelWriting();
+    if (!ok || !file.Commit()) {
+        g.m_lastFileError = file.ErrorString();
+        file.Cancel();
         return false;
     }
     return true;

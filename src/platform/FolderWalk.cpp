@@ -1,5 +1,7 @@
 #include "platform/FolderWalk.h"
 
+#include "platform/SafeFile.h"
+
 #include <QFile>
 #include <algorithm>
 #include <cstdio>
@@ -41,10 +43,15 @@ bool ReadDir(const QString& folder, std::vector<FolderEntry>& out, FolderId* id,
     if (!native.endsWith('/'))
         native += '/';
     const qsizetype baseLen = native.size();
+    bool tempCopies = false;
     while (dirent* e = ::readdir(dir)) {
         const char* n = e->d_name;
-        if (n[0] == '.')
-            continue; // ".", ".." and hidden entries
+        if (n[0] == '.') {
+            // ".", ".." and hidden entries; a temporary copy of a tag write among them
+            // may be left over from a killed run.
+            tempCopies = tempCopies || (!dirsOnly && n[1] != '\0' && SafeFile::IsTempName(QByteArray(n)));
+            continue;
+        }
         bool isDir = false;
         if (e->d_type == DT_DIR) {
             isDir = true;
@@ -64,6 +71,8 @@ bool ReadDir(const QString& folder, std::vector<FolderEntry>& out, FolderId* id,
             continue;
         out.push_back({QFile::decodeName(n), isDir});
     }
+    if (tempCopies)
+        SafeFile::RemoveStaleTemps(folder);
     return true;
 }
 

@@ -2,10 +2,13 @@
 // copy beside the file (SafeWrite.h); the audio between the tags is copied byte for byte.
 #include "tag/TagEngine.h"
 
+#include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
 #include "tag/EngineData.h"
 #include "tag/FormatRead.h"
 #include "tag/SafeWrite.h"
 #include "tag/TagStreams.h"
+#include "tag/TagText.h"
 #include "tag/TrailerTags.h"
 
 #include <QDir>
@@ -214,9 +217,19 @@ constexpr KeyMap kLyricsKeys[] = {
     {TagField::LyricsAlbum, "EAL"}, {TagField::LyricsInfo, "INF"},   {TagField::LyricsAuthor, "AUT"},
     {TagField::LyricsLink, "IMG"},  {TagField::LyricsLyric, "LYR"},  {TagField::LyricsExtra, "EXT"}};
 
+// The largest tag behind the audio that a write carries along in memory.
+constexpr long long kMaxTrailerBlock = 64LL * 1024 * 1024;
+
 // Rewrites the file with a new trailer.
 int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArray& bytes,
                  std::initializer_list<BlockKind> before, TagSet set, bool strip = false) {
+    for (const TrailerBlock& b : t.layout.trailer) {
+        if (b.length > kMaxTrailerBlock) {
+            d.error = QStringLiteral("A tag behind the audio of the file is larger than 64 MB; the file is "
+                                     "left as it is.");
+            return 0;
+        }
+    }
     QByteArray tail;
     {
         TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
@@ -236,6 +249,19 @@ QByteArray ReadBlock(const Target& t, const TrailerBlock* b) {
         return QByteArray();
     TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
     return ReadAt(&stream, b->offset, b->length);
+}
+
+// An APE tag is replaced or removed only when it was read to the last byte: a footer
+// whose size reaches into the audio, or items that don't fill the tag, would make the
+// write drop bytes that it does not understand.
+bool ApeReadable(const QByteArray& block, ApeData* out) {
+    ApeData scratch;
+    bool complete = false;
+    return ParseApe(block, out ? out : &scratch, &complete) && complete;
+}
+
+QString UnreadableApe() {
+    return QStringLiteral("The APE tag of the file can't be read completely; the file is left as it is.");
 }
 
 } // namespace
@@ -261,12 +287,22 @@ int TagEngine::SaveApe(const QString& path) {
     if (!Prepare(*d, path, TagSet::Ape, false, &t))
         return 0;
     const TrailerBlock* old = t.layout.Find(BlockKind::Ape);
-    if (old && old->length > 64LL * 1024 * 1024) {
+    if (old && old->length > kMaxTrailerBlock) {
         d->error = QStringLiteral("The APE tag of the file is larger than 64 MB and is left as it is.");
         return 0;
     }
     ApeData ape;
-    ParseApe(ReadBlock(t, old), &ape);
+    if (old && !ApeReadable(ReadBlock(t, old), &ape)) {
+        d->error = UnreadableApe();
+        return 0;
+    }
+    if (ape.version < 2000) {
+        // Version 1 items are text in the old code page; version 2 wants UTF-8.
+        for (ApeItem& item : ape.items) {
+            if (((item.flags >> 1) & 3) == 0)
+                item.value = DecodeLegacy(item.value).toUtf8();
+        }
+    }
     ape.version = 2000;
     const bool all = WholeSet(*d, path, TagSet::Ape);
     for (const KeyMap& k : kApeKeys) {
@@ -281,8 +317,13 @@ int TagEngine::RemoveApe(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::Ape, true, &t))
         return 0;
-    if (!t.layout.Find(BlockKind::Ape))
+    const TrailerBlock* old = t.layout.Find(BlockKind::Ape);
+    if (!old)
         return 1;
+    if (old->length > kMaxTrailerBlock || !ApeReadable(ReadBlock(t, old), nullptr)) {
+        d->error = UnreadableApe();
+        return 0;
+    }
     return WriteTrailer(*d, t, BlockKind::Ape, QByteArray(), {}, TagSet::Ape, true);
 }
 
@@ -361,44 +402,74 @@ namespace {
 
 using XiphEdit = std::function<void(TagLib::Ogg::XiphComment&)>;
 
+// TagLib saves through a CheckedStream; a save counts only when every write reached the
+// copy, and the finished copy is read back as a valid file of its kind.
+bool Finished(CheckedStream& stream, bool saved, const std::function<bool()>& reread, QString* error) {
+    const int err = stream.Finish();
+    if (!saved || err || !reread()) {
+        *error =
+            err ? QStringLiteral("The tag of the file can't be written: %1").arg(SafeFile::ErrorText(err))
+                : QStringLiteral("The tag of the file can't be written.");
+        return false;
+    }
+    return true;
+}
+
 bool EditXiph(const QString& tempPath, int type, const XiphEdit& edit, QString* error) {
-    const QByteArray native = QFile::encodeName(tempPath);
+    const QByteArray native = PosixFile::Native(tempPath);
     auto fail = [&]() {
         *error = QStringLiteral("The tag of the file can't be written.");
         return false;
     };
+    CheckedStream stream(native);
     if (type == kTypeFlac) {
-        TagLib::FLAC::File f(native.constData(), TagLib::ID3v2::FrameFactory::instance(), false);
-        if (!f.isValid() || !f.xiphComment(true))
-            return fail();
-        edit(*f.xiphComment(true));
-        return f.save() || fail();
+        bool saved = false;
+        {
+            TagLib::FLAC::File f(&stream, TagLib::ID3v2::FrameFactory::instance(), false);
+            if (!f.isValid() || !f.xiphComment(true))
+                return fail();
+            edit(*f.xiphComment(true));
+            saved = f.save();
+        }
+        return Finished(
+            stream, saved,
+            [&] {
+                TagLib::FileStream check(native.constData(), true);
+                TagLib::FLAC::File f(&check, TagLib::ID3v2::FrameFactory::instance(), false);
+                return f.isValid();
+            },
+            error);
     }
     TagLib::FileStream probe(native.constData(), true);
     const char codec = OggCodec(&probe, 0);
-    auto run = [&](auto& f) {
-        if (!f.isValid() || !f.tag())
-            return fail();
-        edit(*f.tag());
-        return f.save() || fail();
+    auto run = [&](auto* tagless) {
+        using FileT = std::remove_pointer_t<decltype(tagless)>;
+        bool saved = false;
+        {
+            FileT f(&stream, false);
+            if (!f.isValid() || !f.tag())
+                return fail();
+            edit(*f.tag());
+            saved = f.save();
+        }
+        return Finished(
+            stream, saved,
+            [&] {
+                TagLib::FileStream check(native.constData(), true);
+                FileT f(&check, false);
+                return f.isValid() && f.tag() != nullptr;
+            },
+            error);
     };
     switch (codec) {
-    case 'v': {
-        TagLib::Ogg::Vorbis::File f(native.constData(), false);
-        return run(f);
-    }
-    case 'o': {
-        TagLib::Ogg::Opus::File f(native.constData(), false);
-        return run(f);
-    }
-    case 'f': {
-        TagLib::Ogg::FLAC::File f(native.constData(), false);
-        return run(f);
-    }
-    case 's': {
-        TagLib::Ogg::Speex::File f(native.constData(), false);
-        return run(f);
-    }
+    case 'v':
+        return run(static_cast<TagLib::Ogg::Vorbis::File*>(nullptr));
+    case 'o':
+        return run(static_cast<TagLib::Ogg::Opus::File*>(nullptr));
+    case 'f':
+        return run(static_cast<TagLib::Ogg::FLAC::File*>(nullptr));
+    case 's':
+        return run(static_cast<TagLib::Ogg::Speex::File*>(nullptr));
     default:
         return fail();
     }
@@ -442,17 +513,26 @@ int TagEngine::SaveWma(const QString& path) {
     const bool all = WholeSet(*d, path, TagSet::Wma);
     const EngineData& data = *d;
     const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
-        TagLib::ASF::File f(QFile::encodeName(temp).constData(), false);
-        if (!f.isValid() || !f.tag()) {
-            *error = QStringLiteral("The WMA file can't be read.");
-            return false;
+        const QByteArray native = PosixFile::Native(temp);
+        CheckedStream stream(native);
+        bool saved = false;
+        {
+            TagLib::ASF::File f(&stream, false);
+            if (!f.isValid() || !f.tag()) {
+                *error = QStringLiteral("The WMA file can't be read.");
+                return false;
+            }
+            ApplyAsf(data, *f.tag(), all);
+            saved = f.save();
         }
-        ApplyAsf(data, *f.tag(), all);
-        if (!f.save()) {
-            *error = QStringLiteral("The WMA tag can't be written.");
-            return false;
-        }
-        return true;
+        return Finished(
+            stream, saved,
+            [&] {
+                TagLib::FileStream check(native.constData(), true);
+                TagLib::ASF::File f(&check, false);
+                return f.isValid();
+            },
+            error);
     });
     if (ok)
         Written(*d, t, TagSet::Wma);
