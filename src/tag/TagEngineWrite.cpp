@@ -6,6 +6,7 @@
 #include "platform/SafeFile.h"
 #include "tag/EngineData.h"
 #include "tag/FormatRead.h"
+#include "tag/Id3v2Keep.h"
 #include "tag/SafeWrite.h"
 #include "tag/TagStreams.h"
 #include "tag/TagText.h"
@@ -19,6 +20,7 @@
 #include <taglib/asffile.h>
 #include <taglib/flacfile.h>
 #include <taglib/id3v2framefactory.h>
+#include <taglib/id3v2header.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/oggflacfile.h>
 #include <taglib/opusfile.h>
@@ -260,6 +262,11 @@ bool ApeReadable(const QByteArray& block, ApeData* out) {
     return ParseApe(block, out ? out : &scratch, &complete) && complete;
 }
 
+QString HeadTooLong() {
+    return QStringLiteral("The ID3v2 tag of the file claims more bytes than the file holds; the file is left "
+                          "as it is.");
+}
+
 QString UnreadableApe() {
     return QStringLiteral("The APE tag of the file can't be read completely; the file is left as it is.");
 }
@@ -367,16 +374,24 @@ int TagEngine::SaveV2(const QString& path) {
     QByteArray head;
     {
         TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+        if (!HeadTagsFit(&stream, t.layout.size)) {
+            d->error = HeadTooLong();
+            return 0;
+        }
         StreamFile file(&stream);
         std::unique_ptr<TagLib::ID3v2::Tag> tag;
-        if (t.layout.headEnd > 0)
-            tag = std::make_unique<TagLib::ID3v2::Tag>(&file, 0, TagLib::ID3v2::FrameFactory::instance());
-        else
+        QByteArray original;
+        if (t.layout.headEnd > 0) {
+            tag = ReadHeadTags(&file, t.layout.headEnd);
+            original =
+                ReadAt(&stream, 0, std::min<long long>(t.layout.headEnd, tag->header()->completeTagSize()));
+        } else {
             tag = std::make_unique<TagLib::ID3v2::Tag>();
+        }
         // An existing tag keeps its version; v2.2 and new tags are written as v2.3.
         const int version = t.layout.headVersion == 4 ? 4 : 3;
         ApplyId3v2(*d, *tag, WholeSet(*d, path, TagSet::V2));
-        head = RenderId3v2(*tag, version);
+        head = RenderKeeping(*tag, original, version);
     }
     if (!RewriteFile(t.path, head, t.path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
@@ -390,6 +405,13 @@ int TagEngine::RemoveV2(const QString& path) {
         return 0;
     if (t.layout.headEnd == 0)
         return 1;
+    {
+        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+        if (!HeadTagsFit(&stream, t.layout.size)) {
+            d->error = HeadTooLong();
+            return 0;
+        }
+    }
     if (!RewriteFile(t.path, QByteArray(), t.path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
     Stripped(*d, t, TagSet::V2);
