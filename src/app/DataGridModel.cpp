@@ -1,6 +1,7 @@
 #include "app/DataGridModel.h"
 
 #include "core/DataGrid.h"
+#include "platform/PosixFile.h"
 
 #include <QBrush>
 #include <QColor>
@@ -50,7 +51,8 @@ QVariant DataGridModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
-        return m_grid->CellText(row, col);
+        // A file name that is no valid UTF-8 carries its bytes escaped: shown readably.
+        return PosixFile::DisplayName(m_grid->CellText(row, col));
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(ToQt(m_grid->Column(col).align));
     case Qt::BackgroundRole:

@@ -1,5 +1,6 @@
 #include "platform/FolderWalk.h"
 
+#include "platform/PosixFile.h"
 #include "platform/SafeFile.h"
 
 #include <QFile>
@@ -20,7 +21,7 @@ struct DirCloser {
 };
 
 QByteArray Native(const QString& path) {
-    return QFile::encodeName(path);
+    return PosixFile::Native(path);
 }
 
 // Lists the raw entries; `dirsOnly` skips the stat of plain files where the type is known.
@@ -69,7 +70,7 @@ bool ReadDir(const QString& folder, std::vector<FolderEntry>& out, FolderId* id,
         }
         if (dirsOnly && !isDir)
             continue;
-        out.push_back({QFile::decodeName(n), isDir});
+        out.push_back({PosixFile::FromNative(n), isDir});
     }
     if (tempCopies)
         SafeFile::RemoveStaleTemps(folder);

@@ -191,7 +191,7 @@ int CreateTemp(const QString& target, QString* tempPath, int* err) {
             *err = errno;
         return -1;
     }
-    *tempPath = QFile::decodeName(name);
+    *tempPath = PosixFile::FromNative(name);
     return fd;
 }
 

@@ -16,6 +16,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cstdlib>
 #include <sys/stat.h>
 #include <taglib/asffile.h>
 #include <taglib/flacfile.h>
@@ -131,12 +132,17 @@ namespace {
 bool Prepare(EngineData& d, const QString& given, TagSet set, bool strip, Target* t) {
     d.error.clear();
     // A symbolic link is followed: the file it points to is rewritten and the link stays.
-    const QFileInfo info(given);
-    const QString path =
-        info.isSymLink() && !info.canonicalFilePath().isEmpty() ? info.canonicalFilePath() : given;
+    QString path = given;
+    struct stat link {};
+    if (PosixFile::LStat(given, link) == 0 && S_ISLNK(link.st_mode)) {
+        if (char* real = ::realpath(PosixFile::Native(given).constData(), nullptr)) {
+            path = PosixFile::FromNative(real);
+            std::free(real);
+        }
+    }
     if (!CanRewrite(path, &d.error))
         return false;
-    const QByteArray native = QFile::encodeName(path);
+    const QByteArray native = PosixFile::Native(path);
     TagLib::FileStream stream(native.constData(), true);
     if (!stream.isOpen()) {
         d.error = QStringLiteral("The file %1 can't be read.").arg(QDir::toNativeSeparators(path));
@@ -174,7 +180,7 @@ void Written(EngineData& d, const Target& t, TagSet set) {
             id = after;
     }
     d.synced[static_cast<size_t>(EngineData::SetIndex(set))] = after;
-    const QByteArray native = QFile::encodeName(d.path);
+    const QByteArray native = PosixFile::Native(d.path);
     TagLib::FileStream stream(native.constData(), true);
     if (!stream.isOpen())
         return;
@@ -234,7 +240,7 @@ int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArra
     }
     QByteArray tail;
     {
-        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+        TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
         tail = NewTrailer(&stream, t.layout, kind, bytes, before);
     }
     if (!RewriteFile(t.path, QByteArray(), t.path, 0, t.layout.bodyEnd, tail, &d.error))
@@ -249,7 +255,7 @@ int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArra
 QByteArray ReadBlock(const Target& t, const TrailerBlock* b) {
     if (!b)
         return QByteArray();
-    TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+    TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
     return ReadAt(&stream, b->offset, b->length);
 }
 
@@ -373,7 +379,7 @@ int TagEngine::SaveV2(const QString& path) {
         return 0;
     QByteArray head;
     {
-        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+        TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
         if (!HeadTagsFit(&stream, t.layout.size)) {
             d->error = HeadTooLong();
             return 0;
@@ -406,7 +412,7 @@ int TagEngine::RemoveV2(const QString& path) {
     if (t.layout.headEnd == 0)
         return 1;
     {
-        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+        TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
         if (!HeadTagsFit(&stream, t.layout.size)) {
             d->error = HeadTooLong();
             return 0;
@@ -507,7 +513,7 @@ int EditBody(EngineData& d, const Target& t, const std::function<bool(const QStr
     const bool edited = MakeEditableCopy(t.path, t.path, start, end, edit, &temp, &d.error);
     if (!edited) {
         if (!temp.isEmpty())
-            QFile::remove(temp);
+            ::unlink(PosixFile::Native(temp).constData());
         return 0;
     }
     bool ok = false;
@@ -516,12 +522,16 @@ int EditBody(EngineData& d, const Target& t, const std::function<bool(const QStr
     } else {
         QByteArray head, tail;
         {
-            TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+            TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
             head = ReadAt(&stream, 0, start);
             tail = ReadAt(&stream, end, t.layout.size - end);
         }
-        ok = RewriteFile(t.path, head, temp, 0, QFileInfo(temp).size(), tail, &d.error);
-        QFile::remove(temp);
+        struct stat edited {};
+        const long long editedSize = PosixFile::Stat(temp, edited) == 0 ? edited.st_size : -1;
+        ok = editedSize >= 0 && RewriteFile(t.path, head, temp, 0, editedSize, tail, &d.error);
+        if (editedSize < 0)
+            d.error = QStringLiteral("The tag of the file can't be written.");
+        ::unlink(PosixFile::Native(temp).constData());
     }
     return ok ? 1 : 0;
 }
