@@ -5,8 +5,11 @@
 #include "TestPaths.h"
 #include "tag/TagEngine.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <taglib/asffile.h>
 
 using namespace tagtest;
 
@@ -166,6 +169,77 @@ private slots:
             QCOMPARE(now.filter(QStringLiteral("TALB")).size(), 1);
             QCOMPARE(now.filter(QStringLiteral("COMM")).size(), 1);
             QCOMPARE(now.filter(QStringLiteral("TIT2")).size(), 1);
+        }
+    }
+
+    // WMA: the old zero-based WM/Track follows a new track, and copies of artist and
+    // comment in the attributes "Author" and "Description" follow the new values.
+    void wmaCopiesFollowTheEdit() {
+        const QString path =
+            CopyFixture(QStringLiteral("tone.wma"), m_dir.path(), QStringLiteral("copies.wma"));
+        {
+            TagLib::ASF::File f(QFile::encodeName(path).constData(), false);
+            QVERIFY(f.isValid());
+            f.tag()->setAttribute("WM/Track", TagLib::ASF::Attribute(2u));
+            f.tag()->setAttribute("WM/TrackNumber", TagLib::ASF::Attribute(TagLib::String("3")));
+            f.tag()->setAttribute("Author", TagLib::ASF::Attribute(TagLib::String("Alt")));
+            f.tag()->setAttribute("Description", TagLib::ASF::Attribute(TagLib::String("Alter Kommentar")));
+            f.tag()->setAttribute("WM/Composer", TagLib::ASF::Attribute(TagLib::String("Komponist")));
+            QVERIFY(f.save());
+        }
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 2);
+        QCOMPARE(e.WmaTrack(), QStringLiteral("3"));
+        e.SetWmaTrack(QStringLiteral("7"));
+        e.SetWmaArtist(QStringLiteral("Neu"));
+        e.SetWmaComment(QStringLiteral("Neuer Kommentar"));
+        QVERIFY2(e.SaveWma(path), qPrintable(e.LastError()));
+        TagLib::ASF::File f(QFile::encodeName(path).constData(), false);
+        const TagLib::ASF::AttributeListMap& map = f.tag()->attributeListMap();
+        QCOMPARE(map["WM/Track"].front().toUInt(), 6u);
+        QCOMPARE(QString::fromStdString(map["WM/TrackNumber"].front().toString().to8Bit(true)),
+                 QStringLiteral("7"));
+        QCOMPARE(QString::fromStdString(map["Author"].front().toString().to8Bit(true)),
+                 QStringLiteral("Neu"));
+        QCOMPARE(QString::fromStdString(map["Description"].front().toString().to8Bit(true)),
+                 QStringLiteral("Neuer Kommentar"));
+        QCOMPARE(QString::fromStdString(map["WM/Composer"].front().toString().to8Bit(true)),
+                 QStringLiteral("Komponist"));
+        if (!MutagenPython().isEmpty()) {
+            const QString script = QString::fromUtf8(
+                ReadAll(SourceDir() + QStringLiteral("/tests/support/mutagen_dump_other.py")));
+            const QString out = RunPython(script, {QStringLiteral("asf"), path});
+            QVERIFY2(!out.contains(QStringLiteral("Alt")), qPrintable(out));
+            QVERIFY2(out.contains(QStringLiteral("Neuer Kommentar")), qPrintable(out));
+        }
+    }
+
+    // A WMA save changes what was changed and adds nothing: no empty title, author,
+    // copyright, description or rating where the file had none.
+    void wmaSaveAddsNoEmptyAttributes() {
+        const QString path =
+            CopyFixture(QStringLiteral("tone.wma"), m_dir.path(), QStringLiteral("plain.wma"));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 2);
+        e.SetWmaAlbum(QStringLiteral("Album"));
+        QVERIFY2(e.SaveWma(path), qPrintable(e.LastError()));
+        QCOMPARE(e.OpenFile(path), 2);
+        QCOMPARE(e.WmaAlbum(), QStringLiteral("Album"));
+        QVERIFY(!ReadAll(path).contains(
+            QByteArray("\x33\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16)));
+        // A title set later brings the object back, with the title in it.
+        e.SetWmaTitle(QStringLiteral("Titel"));
+        QVERIFY(e.SaveWma(path));
+        QCOMPARE(e.OpenFile(path), 2);
+        QCOMPARE(e.WmaTitle(), QStringLiteral("Titel"));
+        QCOMPARE(e.WmaAlbum(), QStringLiteral("Album"));
+        QVERIFY(AudioUnchanged(path, QStringLiteral("tone.wma"), 2));
+        if (!MutagenPython().isEmpty()) {
+            const QString script = QString::fromUtf8(
+                ReadAll(SourceDir() + QStringLiteral("/tests/support/mutagen_dump_other.py")));
+            const QString out = RunPython(script, {QStringLiteral("asf"), path});
+            QVERIFY2(out.contains(QStringLiteral("\"Title\": [\"Titel\"]")), qPrintable(out));
+            QVERIFY2(out.contains(QStringLiteral("\"WM/AlbumTitle\": [\"Album\"]")), qPrintable(out));
         }
     }
 

@@ -17,6 +17,7 @@
 #include <QFileInfo>
 
 #include <cstdlib>
+#include <cstring>
 #include <sys/stat.h>
 #include <taglib/asffile.h>
 #include <taglib/flacfile.h>
@@ -538,6 +539,69 @@ int EditBody(EngineData& d, const Target& t, const std::function<bool(const QStr
 
 } // namespace
 
+namespace {
+
+// The content description object of ASF (title, author, copyright, description, rating).
+constexpr unsigned char kAsfContentDescription[16] = {0x33, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
+                                                      0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C};
+
+quint64 Le(const QByteArray& b, qsizetype at, int bytes) {
+    quint64 v = 0;
+    for (int i = bytes - 1; i >= 0; --i)
+        v = (v << 8) | static_cast<unsigned char>(b[at + i]);
+    return v;
+}
+
+QByteArray LeBytes(quint64 v, int bytes) {
+    QByteArray b;
+    for (int i = 0; i < bytes; ++i)
+        b.append(static_cast<char>((v >> (8 * i)) & 0xFF));
+    return b;
+}
+
+// The offset and size of the content description object in the header, 0 when none.
+std::pair<qsizetype, qsizetype> FindContentDescription(const QByteArray& header) {
+    for (qsizetype pos = 30; pos + 24 <= header.size();) {
+        const auto size = static_cast<qsizetype>(Le(header, pos + 16, 8));
+        if (size < 24 || pos + size > header.size())
+            break;
+        if (std::memcmp(header.constData() + pos, kAsfContentDescription, 16) == 0)
+            return {pos, size};
+        pos += size;
+    }
+    return {0, 0};
+}
+
+QByteArray AsfHeader(TagLib::IOStream* stream) {
+    const QByteArray start = ReadAt(stream, 0, 30);
+    if (start.size() < 30)
+        return QByteArray();
+    const quint64 size = Le(start, 16, 8);
+    if (size < 30 || size > 64ULL * 1024 * 1024)
+        return QByteArray();
+    return ReadAt(stream, 0, static_cast<long long>(size));
+}
+
+// TagLib always writes a content description object; one with nothing in it, where the
+// file had none, goes again, so that a save adds no empty title, author and the like.
+void DropEmptyContentDescription(CheckedStream& stream) {
+    const QByteArray header = AsfHeader(&stream);
+    const auto [at, size] = FindContentDescription(header);
+    if (at == 0)
+        return;
+    for (qsizetype i = at + 24 + 10; i < at + size; ++i) {
+        if (header[i] != '\0')
+            return;
+    }
+    const quint64 count = Le(header, 24, 4);
+    stream.removeBlock(static_cast<unsigned long>(at), static_cast<unsigned long>(size));
+    stream.seek(16);
+    stream.writeBlock(TagLib::ByteVector(LeBytes(header.size() - size, 8).constData(), 8));
+    stream.writeBlock(TagLib::ByteVector(LeBytes(count - 1, 4).constData(), 4));
+}
+
+} // namespace
+
 int TagEngine::SaveWma(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::Wma, false, &t))
@@ -547,6 +611,8 @@ int TagEngine::SaveWma(const QString& path) {
     const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
         const QByteArray native = PosixFile::Native(temp);
         CheckedStream stream(native);
+        const bool hadDescription = FindContentDescription(AsfHeader(&stream)).first != 0;
+        stream.seek(0);
         bool saved = false;
         {
             TagLib::ASF::File f(&stream, false);
@@ -557,6 +623,8 @@ int TagEngine::SaveWma(const QString& path) {
             ApplyAsf(data, *f.tag(), all);
             saved = f.save();
         }
+        if (saved && !hadDescription)
+            DropEmptyContentDescription(stream);
         return Finished(
             stream, saved,
             [&] {
