@@ -8,6 +8,7 @@
 #include "TestPaths.h"
 #include "TmpfsMount.h"
 #include "core/DataGrid.h"
+#include "platform/FolderWalk.h"
 #include "platform/SafeFile.h"
 #include "tag/TagEngine.h"
 
@@ -408,6 +409,15 @@ private slots:
         for (const QString& p : kept)
             QVERIFY2(QFileInfo::exists(p), qPrintable(p));
         QVERIFY(QFileInfo(staleDir).isDir());
+
+        // A scan that passes the folder removes them as well.
+        QVERIFY(WriteAll(stale[0], "x"));
+        std::vector<FolderEntry> entries;
+        QVERIFY(ListFolder(dir.path(), entries));
+        QVERIFY(!QFileInfo::exists(stale[0]));
+        for (const QString& p : kept)
+            QVERIFY2(QFileInfo::exists(p), qPrintable(p));
+        QCOMPARE(int(entries.size()), 2); // song.mp3 and the visible look-alike
     }
 };
 
