@@ -214,6 +214,52 @@ private slots:
         }
     }
 
+    // WM/Genre in the extended content description and in the metadata library: a save
+    // that does not touch the genre leaves each value where it was.
+    void wmaValuesStayInTheirPlaces() {
+        const QString path =
+            CopyFixture(QStringLiteral("tone.wma"), m_dir.path(), QStringLiteral("places.wma"));
+        {
+            TagLib::ASF::File f(QFile::encodeName(path).constData(), false);
+            TagLib::ASF::Attribute pop(TagLib::String("Pop"));
+            pop.setLanguage(1); // goes to the metadata library
+            f.tag()->setAttribute("WM/Genre", TagLib::ASF::Attribute(TagLib::String("Rock")));
+            f.tag()->addAttribute("WM/Genre", pop);
+            QVERIFY(f.save());
+        }
+        // Language 0 in the metadata library, as other tools write it.
+        QByteArray data = ReadAll(path);
+        const QByteArray name = QByteArray("W\0M\0/\0G\0e\0n\0r\0e\0", 16);
+        const QByteArray library("\x94\x1C\x23\x44\x98\x94\xD1\x49\xA1\x41\x1D\x13\x4E\x45\x70\x54", 16);
+        const qsizetype lib = data.indexOf(library);
+        QVERIFY(lib > 0);
+        const qsizetype at = data.indexOf(name, lib);
+        QVERIFY(at > lib);
+        data[at - 12] = 0;
+        data[at - 11] = 0;
+        QVERIFY(WriteAll(path, data));
+        auto extendedHolds = [&](const char* text) {
+            const QByteArray file = ReadAll(path);
+            const QByteArray guid("\x40\xA4\xD0\xD2\x07\xE3\xD2\x11\x97\xF0\x00\xA0\xC9\x5E\xA8\x50", 16);
+            const qsizetype ecd = file.indexOf(guid);
+            if (ecd < 0)
+                return false;
+            qint64 size = 0;
+            for (int i = 7; i >= 0; --i)
+                size = (size << 8) | static_cast<unsigned char>(file[ecd + 16 + i]);
+            const QString t = QString::fromLatin1(text);
+            const QByteArray utf16(reinterpret_cast<const char*>(t.utf16()), t.size() * 2);
+            return file.mid(ecd, size).contains(utf16);
+        };
+        QVERIFY(extendedHolds("Rock"));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 2);
+        e.SetWmaAlbum(QStringLiteral("Album"));
+        QVERIFY(e.SaveWma(path));
+        QVERIFY(extendedHolds("Rock"));
+        QVERIFY(!extendedHolds("Pop"));
+    }
+
     // A WMA save changes what was changed and adds nothing: no empty title, author,
     // copyright, description or rating where the file had none.
     void wmaSaveAddsNoEmptyAttributes() {

@@ -582,6 +582,73 @@ QByteArray AsfHeader(TagLib::IOStream* stream) {
     return ReadAt(stream, 0, static_cast<long long>(size));
 }
 
+// The text values of the extended content description object, by name. TagLib reads the
+// metadata library of the header extension and this object into one list per name and
+// writes the first value of each list into this object: where the header extension comes
+// first, a save would swap the values of the two places.
+std::vector<std::pair<QString, QString>> ExtendedDescriptionTexts(const QByteArray& header) {
+    static const unsigned char kGuid[16] = {0x40, 0xA4, 0xD0, 0xD2, 0x07, 0xE3, 0xD2, 0x11,
+                                            0x97, 0xF0, 0x00, 0xA0, 0xC9, 0x5E, 0xA8, 0x50};
+    std::vector<std::pair<QString, QString>> texts;
+    for (qsizetype pos = 30; pos + 24 <= header.size();) {
+        const auto size = static_cast<qsizetype>(Le(header, pos + 16, 8));
+        if (size < 24 || pos + size > header.size())
+            break;
+        if (std::memcmp(header.constData() + pos, kGuid, 16) == 0 && size >= 26) {
+            const qsizetype end = pos + size;
+            const auto count = static_cast<int>(Le(header, pos + 24, 2));
+            qsizetype at = pos + 26;
+            auto utf16 = [&](qsizetype from, qsizetype bytes) {
+                QString t = QString::fromUtf16(reinterpret_cast<const char16_t*>(header.constData() + from),
+                                               bytes / 2);
+                while (t.endsWith(QChar(0)))
+                    t.chop(1);
+                return t;
+            };
+            for (int i = 0; i < count && at + 2 <= end; ++i) {
+                const auto nameLen = static_cast<qsizetype>(Le(header, at, 2));
+                if (at + 2 + nameLen + 4 > end)
+                    break;
+                const QString name = utf16(at + 2, nameLen);
+                at += 2 + nameLen;
+                const auto type = Le(header, at, 2);
+                const auto valueLen = static_cast<qsizetype>(Le(header, at + 2, 2));
+                at += 4;
+                if (at + valueLen > end)
+                    break;
+                if (type == 0)
+                    texts.emplace_back(name, utf16(at, valueLen));
+                at += valueLen;
+            }
+            break;
+        }
+        pos += size;
+    }
+    return texts;
+}
+
+// Puts the value that stood in the extended content description first in its list.
+void KeepExtendedDescriptionFirst(TagLib::ASF::Tag& tag,
+                                  const std::vector<std::pair<QString, QString>>& texts) {
+    TagLib::ASF::AttributeListMap& map = tag.attributeListMap();
+    for (const auto& [name, value] : texts) {
+        auto it = map.find(ToTL(name));
+        if (it == map.end() || it->second.size() < 2)
+            continue;
+        TagLib::ASF::AttributeList& list = it->second;
+        for (auto a = list.begin(); a != list.end(); ++a) {
+            if (a->type() != TagLib::ASF::Attribute::UnicodeType || FromTL(a->toString()) != value)
+                continue;
+            if (a != list.begin()) {
+                const TagLib::ASF::Attribute keep = *a;
+                list.erase(a);
+                list.prepend(keep);
+            }
+            break;
+        }
+    }
+}
+
 // TagLib always writes a content description object; one with nothing in it, where the
 // file had none, goes again, so that a save adds no empty title, author and the like.
 void DropEmptyContentDescription(CheckedStream& stream) {
@@ -611,7 +678,8 @@ int TagEngine::SaveWma(const QString& path) {
     const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
         const QByteArray native = PosixFile::Native(temp);
         CheckedStream stream(native);
-        const bool hadDescription = FindContentDescription(AsfHeader(&stream)).first != 0;
+        const QByteArray header = AsfHeader(&stream);
+        const bool hadDescription = FindContentDescription(header).first != 0;
         stream.seek(0);
         bool saved = false;
         {
@@ -621,6 +689,7 @@ int TagEngine::SaveWma(const QString& path) {
                 return false;
             }
             ApplyAsf(data, *f.tag(), all);
+            KeepExtendedDescriptionFirst(*f.tag(), ExtendedDescriptionTexts(header));
             saved = f.save();
         }
         if (saved && !hadDescription)
