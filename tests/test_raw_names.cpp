@@ -107,6 +107,13 @@ private slots:
         QVERIFY(
             PosixFile::DisplayName(list.CellText(1, InCol::FileName)).startsWith(QStringLiteral("Müller")));
 
+        // A saved list keeps the name's bytes.
+        QVERIFY(list.SaveFile(dir.path() + QStringLiteral("/../raw-names-list.data")));
+        DataGrid back;
+        QVERIFY(back.LoadFile(dir.path() + QStringLiteral("/../raw-names-list.data")));
+        QFile::remove(dir.path() + QStringLiteral("/../raw-names-list.data"));
+        QCOMPARE(PosixFile::Native(back.CellText(1, InCol::FileName)), raw);
+
         // Read and written through the name as the list holds it.
         QCOMPARE(engine.OpenFile(path), 1);
         engine.SetV2Title(QStringLiteral("Titel"));

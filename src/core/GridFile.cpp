@@ -79,8 +79,12 @@ inline char* EncodeEscaped(const char16_t* p, const char16_t* end, char* out) {
             *out++ = char(0x80 | ((cp >> 12) & 0x3F));
             *out++ = char(0x80 | ((cp >> 6) & 0x3F));
             *out++ = char(0x80 | (cp & 0x3F));
+        } else if (u >= 0xDC80 && u <= 0xDCFF) {
+            // A byte of a file name that is no UTF-8, as the folder walk keeps it (a lone
+            // low surrogate): written as that byte, which reads back the same way.
+            *out++ = char(u - 0xDC00);
         } else {
-            // A lone surrogate has no UTF-8 form: it is written as U+FFFD.
+            // Any other lone surrogate has no UTF-8 form: it is written as U+FFFD.
             const char32_t cp = QChar::isSurrogate(u) ? 0xFFFD : u;
             *out++ = char(0xE0 | (cp >> 12));
             *out++ = char(0x80 | ((cp >> 6) & 0x3F));
@@ -333,7 +337,8 @@ bool GridFile::Save(const DataGrid& g, const QString& path) {
 }
 
 // Decodes UTF-8 into `out`, resolving escapes; a tab ends a cell, and its end offset
-// (counted from `out`) goes to `ends` when given. Invalid UTF-8 becomes U+FFFD. Returns
+// (counted from `out`) goes to `ends` when given. A byte that is no valid UTF-8 becomes
+// U+DC00 + byte, as file names that are no UTF-8 are kept (PosixFile::FromNative). Returns
 // the number of UTF-16 units written, or -1 on an escape that the writer never makes.
 qsizetype GridFile::DecodeField(const unsigned char* p, const unsigned char* end, char16_t* out,
                                 const char16_t* outEnd, DataGrid::Row* ends, std::size_t& endCount) {
@@ -431,7 +436,7 @@ qsizetype GridFile::DecodeField(const unsigned char* p, const unsigned char* end
             *out++ = QChar::lowSurrogate(cp);
             p += 4;
         } else {
-            *out++ = 0xFFFD;
+            *out++ = char16_t(0xDC00 + c);
             ++p;
         }
     }
