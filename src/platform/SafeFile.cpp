@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
+#include <vector>
 
 namespace SafeFile {
 
@@ -108,6 +109,10 @@ int Rename(const QByteArray& from, const QByteArray& to) {
     return ::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
 }
 
+void RemoveTemp(const QString& tempPath) {
+    ::unlink(PosixFile::Native(tempPath).constData());
+}
+
 int SyncFolderOf(const QByteArray& path) {
     const qsizetype slash = path.lastIndexOf('/');
     const QByteArray folder = slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : path.left(slash);
@@ -159,6 +164,8 @@ int RemoveStaleTemps(const QString& folder) {
     const uid_t me = ::geteuid();
     int removed = 0;
     while (dirent* e = ::readdir(dir)) {
+        if (e->d_name[0] != '.' || std::strstr(e->d_name, kTempMark) == nullptr)
+            continue; // the usual entry: no copy of ours
         const QByteArray name(e->d_name);
         pid_t pid = 0;
         if (!IsTempName(name, &pid) || pid == ::getpid())
@@ -182,9 +189,10 @@ int RemoveStaleTemps(const QString& folder) {
 int CreateTemp(const QString& target, QString* tempPath, int* err) {
     IgnoreFileSizeSignal();
     const QFileInfo info(target);
+    const QByteArray folder = PosixFile::Native(info.absolutePath());
     RemoveStaleTemps(info.absolutePath());
-    QByteArray name = PosixFile::Native(info.absolutePath()) + "/." + PosixFile::Native(info.fileName()) +
-                      kTempMark + QByteArray::number(::getpid()) + "-XXXXXX";
+    QByteArray name = folder + "/." + PosixFile::Native(info.fileName()) + kTempMark +
+                      QByteArray::number(::getpid()) + "-XXXXXX";
     const int fd = ::mkostemp(name.data(), O_CLOEXEC);
     if (fd < 0) {
         if (err)
@@ -281,7 +289,7 @@ bool AtomicWriter::Commit() {
         e = Rename(PosixFile::Native(m_temp), PosixFile::Native(m_target));
     if (e) {
         Fail(e, "Can't write");
-        ::unlink(PosixFile::Native(m_temp).constData());
+        RemoveTemp(m_temp);
         m_temp.clear();
         return false;
     }
@@ -299,7 +307,7 @@ void AtomicWriter::Cancel() {
         m_fd = -1;
     }
     if (!m_temp.isEmpty()) {
-        ::unlink(PosixFile::Native(m_temp).constData());
+        RemoveTemp(m_temp);
         m_temp.clear();
     }
 }

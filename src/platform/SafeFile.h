@@ -42,6 +42,9 @@ QString ErrorText(int err);
 // or -1 with *err set. Stale copies of dead processes in that folder are removed first.
 int CreateTemp(const QString& target, QString* tempPath, int* err);
 
+// Removes a temporary copy of ours (after a failure, or once it has served).
+void RemoveTemp(const QString& tempPath);
+
 // Whether `name` (a bare file name) is a temporary copy of ours; *pid receives the id of
 // the process that made it.
 bool IsTempName(const QByteArray& name, pid_t* pid = nullptr);

@@ -119,7 +119,7 @@ bool RenameOver(const QString& tempPath, const QString& target, QString* error) 
         if (error)
             *error =
                 QStringLiteral("Can't replace %1: %2").arg(QDir::toNativeSeparators(target), SysError(e));
-        ::unlink(tmp.constData());
+        SafeFile::RemoveTemp(tempPath);
         return false;
     }
     // Make the new directory entry durable too.
@@ -151,7 +151,7 @@ bool RewriteFile(const QString& target, const QByteArray& head, const QString& s
     if (err) {
         if (error)
             *error = WriteError(target, err);
-        ::unlink(PosixFile::Native(tempPath).constData());
+        SafeFile::RemoveTemp(tempPath);
         return false;
     }
     return RenameOver(tempPath, target, error);

@@ -514,7 +514,7 @@ int EditBody(EngineData& d, const Target& t, const std::function<bool(const QStr
     const bool edited = MakeEditableCopy(t.path, t.path, start, end, edit, &temp, &d.error);
     if (!edited) {
         if (!temp.isEmpty())
-            ::unlink(PosixFile::Native(temp).constData());
+            SafeFile::RemoveTemp(temp);
         return 0;
     }
     bool ok = false;
@@ -532,7 +532,7 @@ int EditBody(EngineData& d, const Target& t, const std::function<bool(const QStr
         ok = editedSize >= 0 && RewriteFile(t.path, head, temp, 0, editedSize, tail, &d.error);
         if (editedSize < 0)
             d.error = QStringLiteral("The tag of the file can't be written.");
-        ::unlink(PosixFile::Native(temp).constData());
+        SafeFile::RemoveTemp(temp);
     }
     return ok ? 1 : 0;
 }
