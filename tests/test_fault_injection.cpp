@@ -376,6 +376,26 @@ private slots:
         qInfo("copies seen after kills: %d", leftBehind);
     }
 
+    // The longest name a folder takes still leaves room for the copy's name.
+    void aLongNameCanBeSaved() {
+        QTemporaryDir dir;
+        const QString name =
+            QString(60, QChar(0xE4)) + QString(131, QLatin1Char('n')) + QStringLiteral(".mp3");
+        QCOMPARE(name.toUtf8().size(), 255);
+        const QString path = CopyFixture(QStringLiteral("tone.mp3"), dir.path(), name);
+        QVERIFY(QFileInfo::exists(path));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 1);
+        e.SetV2Title(QStringLiteral("lang"));
+        QVERIFY2(e.SaveV2(path), qPrintable(e.LastError()));
+        const QString flac =
+            CopyFixture(QStringLiteral("tone.flac"), dir.path(), QString(250, QLatin1Char('f')) + ".flac");
+        QCOMPARE(e.OpenFile(flac), 4);
+        e.SetFlacTitle(QStringLiteral("lang"));
+        QVERIFY2(e.SaveFlac(flac), qPrintable(e.LastError()));
+        QVERIFY(Leftovers(dir.path()).isEmpty());
+    }
+
     // Only our own copies of dead processes are removed, nothing else.
     void staleCopiesAndNothingElse() {
         QTemporaryDir dir;

@@ -191,8 +191,10 @@ int CreateTemp(const QString& target, QString* tempPath, int* err) {
     const QFileInfo info(target);
     const QByteArray folder = PosixFile::Native(info.absolutePath());
     RemoveStaleTemps(info.absolutePath());
-    QByteArray name = folder + "/." + PosixFile::Native(info.fileName()) + kTempMark +
-                      QByteArray::number(::getpid()) + "-XXXXXX";
+    // A name of up to 255 bytes must leave room for the additions (a long UTF-8 name may
+    // be cut inside a character: the copy's name is never shown).
+    const QByteArray base = PosixFile::Native(info.fileName()).left(200);
+    QByteArray name = folder + "/." + base + kTempMark + QByteArray::number(::getpid()) + "-XXXXXX";
     const int fd = ::mkostemp(name.data(), O_CLOEXEC);
     if (fd < 0) {
         if (err)
