@@ -2,6 +2,7 @@
 //   quillotune-cli COMMAND ARGUMENTS...
 #include "cli/CliCommands.h"
 #include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -37,6 +38,8 @@ void PrintHelp() {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
+    // A file-size limit makes a write fail (EFBIG) instead of ending the program.
+    SafeFile::IgnoreFileSizeSignal();
     // The arguments as the system gave them: a file name that is no valid UTF-8 keeps
     // its bytes (QCoreApplication::arguments would replace them).
     QStringList args;
