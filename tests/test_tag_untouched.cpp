@@ -110,6 +110,19 @@ private slots:
         }
     }
 
+    void aFullDateReplacesTheDayFrame() {
+        const QByteArray frames = Text("TIT2", "Titel") + Text("TYER", "1999") + kTdat;
+        const QString path = Write("date.mp3", Tag(3, frames) + m_audio);
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 1);
+        e.SetV2Year(QStringLiteral("2001-05-06"));
+        QVERIFY(e.SaveV2(path));
+        const QByteArray after = ReadAll(path);
+        QCOMPARE(after.count("TDAT"), 1);
+        QVERIFY(after.contains(Text("TDAT", "0605")));
+        QVERIFY(!after.contains(kTdat));
+    }
+
     void untouchedFramesKeepTheirBytes() {
         const QByteArray frames = Text("TIT2", "Alt") + kTcon + Text("TPE1", "Artist") + kRvad;
         const QString path = Write("tcon.mp3", Tag(3, frames) + m_audio);

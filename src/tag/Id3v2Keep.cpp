@@ -217,18 +217,32 @@ QByteArray RenderKeeping(ID3v2::Tag& tag, const QByteArray& original, int versio
         }
         tag.removeFrame(frames[i], true);
     }
-    QByteArray body;
-    for (const Raw& raw : raws) {
-        if (raw.used)
-            body += raw.bytes;
-    }
+    std::vector<QByteArray> freshFrames;
     const QByteArray fresh = RenderId3v2(tag, version);
     if (fresh.size() >= 10) {
         const qsizetype freshEnd =
             std::min<qsizetype>(fresh.size(), 10 + qsizetype(SyncSafe(fresh.constData() + 6)));
-        for (const QByteArray& f : RawFrames(fresh, 10, freshEnd, version))
-            body += f;
+        freshFrames = RawFrames(fresh, 10, freshEnd, version);
     }
+    // A text frame that the render makes anew (a full date gives TDAT and TIME) replaces
+    // a kept one of its kind: a text frame stands once in a tag.
+    auto madeAnew = [&](const QByteArray& raw) {
+        const QByteArray id = raw.left(4);
+        if (!id.startsWith('T') || id == "TXXX")
+            return false;
+        for (const QByteArray& f : freshFrames) {
+            if (f.startsWith(id))
+                return true;
+        }
+        return false;
+    };
+    QByteArray body;
+    for (const Raw& raw : raws) {
+        if (raw.used && !madeAnew(raw.bytes))
+            body += raw.bytes;
+    }
+    for (const QByteArray& f : freshFrames)
+        body += f;
     if (body.isEmpty())
         return QByteArray();
     // The old room when the frames fit in it, else some room for the next edit.
