@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -33,6 +34,87 @@ int Injected(Op op) {
 }
 
 constexpr char kTempMark[] = ".qlt-tmp-";
+
+// Folders searched for stale copies, with the modification time they had then (updated
+// for our own changes) and the moment of the search. A folder is searched again when
+// someone else has changed it since, or a second after the last search: the search reads
+// the whole folder, too much for every file of a batch in a big folder. (Two changes in
+// the same clock tick of the file system leave the time alone; the second bounds that.)
+struct FolderMark {
+    QByteArray folder;
+    timespec mtime;
+    qint64 searchedAt; // ms, monotonic
+};
+std::vector<FolderMark>& Marks() {
+    static std::vector<FolderMark> marks;
+    return marks;
+}
+
+qint64 NowMs() {
+    timespec t{};
+    ::clock_gettime(CLOCK_MONOTONIC, &t);
+    return qint64(t.tv_sec) * 1000 + t.tv_nsec / 1000000;
+}
+
+bool FolderTime(const QByteArray& folder, timespec* t) {
+    struct stat st {};
+    if (::stat(folder.constData(), &st) != 0)
+        return false;
+    *t = st.st_mtim;
+    return true;
+}
+
+FolderMark* MarkOf(const QByteArray& folder) {
+    for (FolderMark& m : Marks()) {
+        if (m.folder == folder)
+            return &m;
+    }
+    return nullptr;
+}
+
+bool Same(const timespec& a, const timespec& b) {
+    return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
+// Whether the folder needs no search now.
+bool KnownClean(const QByteArray& folder) {
+    const FolderMark* m = MarkOf(folder);
+    timespec now{};
+    return m && NowMs() - m->searchedAt < 1000 && FolderTime(folder, &now) && Same(now, m->mtime);
+}
+
+void Searched(const QByteArray& folder) {
+    timespec t{};
+    if (!FolderTime(folder, &t))
+        return;
+    if (FolderMark* m = MarkOf(folder)) {
+        *m = {folder, t, NowMs()};
+        return;
+    }
+    auto& marks = Marks();
+    if (marks.size() >= 32)
+        marks.erase(marks.begin());
+    marks.push_back({folder, t, NowMs()});
+}
+
+QByteArray FolderOf(const QByteArray& path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : path.left(slash);
+}
+
+// A change of the folder by ourselves: the folder stays known as searched when nobody
+// else has changed it since we last looked.
+template <typename F> int OwnChange(const QByteArray& path, const F& change) {
+    const QByteArray folder = FolderOf(path);
+    FolderMark* m = MarkOf(folder);
+    timespec before{};
+    const bool known = m && FolderTime(folder, &before) && Same(before, m->mtime);
+    const int result = change();
+    timespec after{};
+    if (known && FolderTime(folder, &after))
+        m->mtime = after;
+    return result;
+}
 
 } // namespace
 
@@ -106,11 +188,12 @@ int Truncate(int fd, qint64 length) {
 int Rename(const QByteArray& from, const QByteArray& to) {
     if (const int e = Injected(Op::Rename))
         return e;
-    return ::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+    return OwnChange(to, [&] { return ::rename(from.constData(), to.constData()) == 0 ? 0 : errno; });
 }
 
 void RemoveTemp(const QString& tempPath) {
-    ::unlink(PosixFile::Native(tempPath).constData());
+    const QByteArray path = PosixFile::Native(tempPath);
+    OwnChange(path, [&] { return ::unlink(path.constData()); });
 }
 
 int SyncFolderOf(const QByteArray& path) {
@@ -190,15 +273,23 @@ int CreateTemp(const QString& target, QString* tempPath, int* err) {
     IgnoreFileSizeSignal();
     const QFileInfo info(target);
     const QByteArray folder = PosixFile::Native(info.absolutePath());
-    RemoveStaleTemps(info.absolutePath());
+    if (!KnownClean(folder)) {
+        RemoveStaleTemps(info.absolutePath());
+        Searched(folder);
+    }
     // A name of up to 255 bytes must leave room for the additions (a long UTF-8 name may
     // be cut inside a character: the copy's name is never shown).
     const QByteArray base = PosixFile::Native(info.fileName()).left(200);
     QByteArray name = folder + "/." + base + kTempMark + QByteArray::number(::getpid()) + "-XXXXXX";
-    const int fd = ::mkostemp(name.data(), O_CLOEXEC);
+    int createErr = 0;
+    const int fd = OwnChange(name, [&] {
+        const int made = ::mkostemp(name.data(), O_CLOEXEC);
+        createErr = made < 0 ? errno : 0;
+        return made;
+    });
     if (fd < 0) {
         if (err)
-            *err = errno;
+            *err = createErr;
         return -1;
     }
     *tempPath = PosixFile::FromNative(name);
