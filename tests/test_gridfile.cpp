@@ -3,6 +3,7 @@
 
 #include "GridTestUtil.h"
 #include "core/DataGrid.h"
+#include "platform/PosixFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -160,7 +161,8 @@ private slots:
     }
 
     void brokenUtf8() {
-        // Bytes that are no UTF-8 read as U+FFFD, one for each, and never overrun the row.
+        // Bytes that are no UTF-8 read as U+DC00 + byte, one unit for each (the escape of file
+        // names that are no UTF-8), and never overrun the row.
         const QString path = m_dir.filePath("broken.grid");
         QList<QByteArray> cells = {QByteArray(100, '\x80'), "\xC3\x41\x80",   QByteArray(40, '\xBF') + "ab",
                                    "\xF0\x9F\x98",          "\xED\xA0\x80",   "\xC0\xAF",
@@ -175,14 +177,21 @@ private slots:
         QVERIFY(WriteAll(path, file));
         DataGrid g;
         QVERIFY(g.LoadFile(path));
-        QCOMPARE(g.CellText(1, 1), QString(100, QChar(0xFFFD)));
-        QCOMPARE(g.CellText(1, 2), QString(QChar(0xFFFD)) + "A" + QChar(0xFFFD));
-        QCOMPARE(g.CellText(1, 3), QString(40, QChar(0xFFFD)) + "ab");
-        QCOMPARE(g.CellText(1, 7), QString(33, QChar(0xFFFD)));
+        const QChar e80(0xDC80), eBF(0xDCBF), eC3(0xDCC3), eFF(0xDCFF);
+        QCOMPARE(g.CellText(1, 1), QString(100, e80));
+        QCOMPARE(g.CellText(1, 2), QString(eC3) + "A" + e80);
+        QCOMPARE(g.CellText(1, 3), QString(40, eBF) + "ab");
+        QCOMPARE(g.CellText(1, 7), QString(33, eFF));
         QCOMPARE(g.CellText(1, 8), QString::fromUtf8("ok €"));
-        QCOMPARE(g.RowKey(1), QString(2, QChar(0xFFFD)) + "key");
+        QCOMPARE(g.RowKey(1), QString(2, e80) + "key");
         for (int c = 4; c <= 6; ++c)
-            QVERIFY(g.CellText(1, c).contains(QChar(0xFFFD)));
+            QCOMPARE(PosixFile::Native(g.CellText(1, c)), cells[c - 1]);
+        // Saved again, every cell keeps its bytes.
+        QVERIFY(g.SaveFile(path));
+        DataGrid back;
+        QVERIFY(back.LoadFile(path));
+        for (int c = 1; c <= 8; ++c)
+            QCOMPARE(PosixFile::Native(back.CellText(1, c)), cells[c - 1]);
     }
 
     void emptyGrids() {

@@ -49,6 +49,7 @@ class TestScan : public QObject {
     ProgramFolder pf;
     TagEngine engine;
     DataGrid list;
+    int pumpsSeen = 0;
 
     ScanResult Scan(const QString& dir, ScanOptions o = {}, const ScanHooks& hooks = {}) {
         if (o.numberDigits == 0)
@@ -520,6 +521,51 @@ private slots:
         list.Clear();
         btnTab1_UpdateData(list, engine, prompt);
         QCOMPARE(int(prompt.shown.size()), 1); // the list is empty
+    }
+
+    void updateListAbortKeepsTheRowsNotYetRead() {
+        QTemporaryDir tmp;
+        for (const char* n : {"a.mp3", "b.mp3", "c.mp3", "d.mp3"})
+            QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/" + n));
+        Scan(tmp.path());
+        QCOMPARE(RowNames(list), QStringList({"a.mp3", "b.mp3", "c.mp3", "d.mp3"}));
+        for (int r = 1; r <= 4; ++r)
+            list.SetCellText(r, InCol::FTag, QStringLiteral("mark %1").arg(r));
+        // The first file gets a new title; the abort comes while the third is due.
+        QCOMPARE(engine.OpenFile(tmp.path() + "/a.mp3"), 1);
+        engine.SetV2Title("Neu");
+        QVERIFY(engine.SaveV2(tmp.path() + "/a.mp3"));
+        ScanHooks h;
+        h.pump = [&] {
+            if (State().ScanRunning && ++pumpsSeen == 3)
+                State().AbortRequested = true;
+        };
+        pumpsSeen = 0;
+        ScriptedPrompt prompt;
+        const ScanResult r = btnTab1_UpdateData(list, engine, prompt, h);
+        QVERIFY(r.aborted);
+        QCOMPARE(r.processed, 2);
+        QCOMPARE(list.Rows(), 4);
+        // c and d as they were, then a and b read again.
+        QCOMPARE(RowNames(list), QStringList({"c.mp3", "d.mp3", "a.mp3", "b.mp3"}));
+        QCOMPARE(list.CellText(1, InCol::FTag), QStringLiteral("mark 3"));
+        QCOMPARE(list.CellText(2, InCol::FTag), QStringLiteral("mark 4"));
+        QCOMPARE(list.CellText(3, InCol::FTag), QString());
+        QCOMPARE(list.CellText(3, InCol::TagTitle), QStringLiteral("Neu"));
+        for (int row = 1; row <= 4; ++row)
+            QCOMPARE(list.CellText(row, InCol::No), QString::number(row));
+        QVERIFY(!State().AbortRequested);
+        QVERIFY(!list.IsLocked());
+
+        // Without an abort the list is that of a fresh read, in the standard order, with
+        // the keys a fresh read gives (in reading order, before the sort).
+        btnTab1_UpdateData(list, engine, prompt);
+        QCOMPARE(RowNames(list), QStringList({"a.mp3", "b.mp3", "c.mp3", "d.mp3"}));
+        const QStringList keys = {"3k", "4k", "1k", "2k"};
+        for (int row = 1; row <= 4; ++row) {
+            QCOMPARE(list.CellText(row, InCol::FTag), QString());
+            QCOMPARE(list.RowKey(row), keys[row - 1]);
+        }
     }
 
     void valueLists() {

@@ -4,6 +4,7 @@
 
 #include "ProgramFolder.h"
 #include "core/AppState.h"
+#include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
@@ -11,9 +12,11 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "core/Startup.h"
+#include "core/modLanguage.h"
 
 #include <QFile>
 #include <QtTest>
+#include <unistd.h>
 
 class TestStartup : public QObject {
     Q_OBJECT
@@ -181,6 +184,72 @@ private slots:
         QCOMPARE(CaptionTable().Rows(), kCaptionRowCount);
         QVERIFY(Caption(60).isEmpty());
         QCOMPARE(pf.Read("Caption.qlt"), QByteArray("broken\n")); // never overwritten
+    }
+
+    void aDamagedCaptionFileIsNeverSavedOverWithNothing() {
+        ProgramFolder pf;
+        QVERIFY(pf.WriteIni());
+        QVERIFY(pf.WriteCaptions(ProgramFolder::StandardCaptions()));
+        // Damaged: the first bytes are gone.
+        QByteArray damaged = pf.Read("Caption.qlt");
+        damaged.remove(0, 12);
+        QFile f(pf.file("Caption.qlt"));
+        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(damaged);
+        f.close();
+        ScriptedPrompt p;
+        QCOMPARE(Start(p), StartCheck::Ok);
+        QVERIFY(Caption(60).isEmpty());
+        QVERIFY(!SaveCaptionTable()); // the caption window's Save
+        QCOMPARE(pf.Read("Caption.qlt"), damaged);
+        // Once there is a text, the table is saved as usual.
+        CaptionTable().SetCellText(5, 3, QStringLiteral("Titel"));
+        QVERIFY(SaveCaptionTable());
+        QVERIFY(pf.Read("Caption.qlt") != damaged);
+    }
+
+    void anUnreadableLinkListIsKeptAside() {
+        ProgramFolder pf;
+        QVERIFY(pf.WriteStandard());
+        QFile f(pf.file("lnkpic.qlt"));
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write("\x01\x02 nothing a link list could be\n");
+        f.close();
+        const QByteArray before = pf.Read("lnkpic.qlt");
+        ScriptedPrompt p;
+        QCOMPARE(Start(p), StartCheck::Ok);
+        QCOMPARE(int(p.shown.size()), 1);
+        QVERIFY(p.shown[0].icon == Prompt::Icon::Warning);
+        QVERIFY(p.shown[0].text.startsWith(Caption(CapReadFailed)));
+        QVERIFY(p.shown[0].text.contains(QStringLiteral("lnkpic.qlt.unreadable")));
+        QCOMPARE(pf.Read("lnkpic.qlt.unreadable"), before);
+        int asked = 0;
+        QVERIFY(QuitProgram(asked, -1, p));
+        QCOMPARE(pf.Read("lnkpic.qlt.unreadable"), before);
+        // A second start finds the new (empty) list and the file kept aside untouched.
+        ResetGlobals();
+        ScriptedPrompt again;
+        QCOMPARE(Start(again), StartCheck::Ok);
+        QCOMPARE(int(again.shown.size()), 0);
+        QCOMPARE(pf.Read("lnkpic.qlt.unreadable"), before);
+    }
+
+    void anUnreadableLinkListThatCantBeMovedIsNeverOverwritten() {
+        if (::geteuid() == 0)
+            QSKIP("root may rename in a write-protected folder");
+        ProgramFolder pf;
+        QVERIFY(pf.WriteStandard());
+        QFile f(pf.file("lnkpic.qlt"));
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write("garbage\n");
+        f.close();
+        QVERIFY(QFile::setPermissions(pf.path(), QFile::ReadOwner | QFile::ExeOwner));
+        ScriptedPrompt p;
+        QCOMPARE(Start(p), StartCheck::Ok);
+        QVERIFY(QFile::setPermissions(pf.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        int asked = 0;
+        QVERIFY(QuitProgram(asked, -1, p));
+        QCOMPARE(pf.Read("lnkpic.qlt"), QByteArray("garbage\n"));
     }
 
     void languagesAreTheColumnsWithRowOne() {

@@ -13,7 +13,12 @@
 #include <QtTest>
 
 #include <csignal>
+#include <grp.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <tuple>
 #include <unistd.h>
 
 using namespace tagtest;
@@ -139,6 +144,92 @@ private slots:
         QVERIFY(Leftovers(m_dir.path()).isEmpty());
     }
 
+    void ownerGroupAttributesAndAclAreKept() {
+        const QString path =
+            CopyFixture(QStringLiteral("tone.flac"), m_dir.path(), QStringLiteral("meta.flac"));
+        const QByteArray native = QFile::encodeName(path);
+        QVERIFY(::chmod(native.constData(), 0640) == 0);
+        const bool root = ::geteuid() == 0;
+        if (root)
+            QVERIFY(::chown(native.constData(), 65534, 65534) == 0);
+        const bool xattr = ::setxattr(native.constData(), "user.quelle", "CD 3", 4, 0) == 0;
+        // An ACL that gives user 65534 read access: version 2, then (tag, perm, id) entries.
+        QByteArray acl;
+        auto put = [&acl](quint32 v, int bytes) {
+            for (int i = 0; i < bytes; ++i)
+                acl.append(char((v >> (8 * i)) & 0xFF));
+        };
+        put(2, 4);
+        for (const auto& [tag, perm, id] : {std::tuple<quint32, quint32, quint32>{0x01, 6, 0xFFFFFFFF},
+                                            {0x02, 4, 65534},
+                                            {0x04, 4, 0xFFFFFFFF},
+                                            {0x10, 4, 0xFFFFFFFF},
+                                            {0x20, 0, 0xFFFFFFFF}}) {
+            put(tag, 2);
+            put(perm, 2);
+            put(id, 4);
+        }
+        const bool hasAcl = ::setxattr(native.constData(), "system.posix_acl_access", acl.constData(),
+                                       size_t(acl.size()), 0) == 0;
+        struct stat before {};
+        QVERIFY(::stat(native.constData(), &before) == 0);
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 4);
+        e.SetFlacTitle(QString(5000, QLatin1Char('m')));
+        QVERIFY(e.SaveFlac(path));
+        e.SetV2Title(QStringLiteral("v2"));
+        QVERIFY(e.SaveV2(path));
+        struct stat after {};
+        QVERIFY(::stat(native.constData(), &after) == 0);
+        QCOMPARE(after.st_mode & 07777, before.st_mode & 07777);
+        QCOMPARE(after.st_uid, before.st_uid);
+        QCOMPARE(after.st_gid, before.st_gid);
+        if (xattr) {
+            char value[16] = {};
+            QCOMPARE(::getxattr(native.constData(), "user.quelle", value, sizeof value), ssize_t(4));
+            QCOMPARE(QByteArray(value, 4), QByteArray("CD 3"));
+        }
+        if (hasAcl) {
+            QByteArray back(256, '\0');
+            const ssize_t n = ::getxattr(native.constData(), "system.posix_acl_access", back.data(), 256);
+            QVERIFY(n > 0);
+            QCOMPARE(back.left(n), acl);
+        }
+        QVERIFY(Leftovers(m_dir.path()).isEmpty());
+    }
+
+    void theGroupIsKeptForAnOrdinaryUser() {
+        if (::geteuid() != 0)
+            QSKIP("needs root to prepare a file of another owner");
+        // The file belongs to root, group 65534; the writer is user 65533 in group 65534.
+        QTemporaryDir dir;
+        QVERIFY(::chmod(QFile::encodeName(dir.path()).constData(), 0777) == 0);
+        const QString path = CopyFixture(QStringLiteral("tone.mp3"), dir.path(), QStringLiteral("g.mp3"));
+        const QByteArray native = QFile::encodeName(path);
+        QVERIFY(::chown(native.constData(), 0, 65534) == 0);
+        QVERIFY(::chmod(native.constData(), 0664) == 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const gid_t groups[] = {65534};
+            if (::setgroups(1, groups) != 0 || ::setgid(65533) != 0 || ::setuid(65533) != 0)
+                ::_exit(99);
+            TagEngine e;
+            if (e.OpenFile(path) != 1)
+                ::_exit(98);
+            e.SetV2Title(QStringLiteral("Gruppe"));
+            ::_exit(e.SaveV2(path) ? 0 : 97);
+        }
+        int status = 0;
+        QCOMPARE(::waitpid(child, &status, 0), child);
+        QVERIFY(WIFEXITED(status));
+        QCOMPARE(WEXITSTATUS(status), 0);
+        struct stat st {};
+        QVERIFY(::stat(native.constData(), &st) == 0);
+        QCOMPARE(st.st_uid, uid_t(65533)); // the full owner only root may give away
+        QCOMPARE(st.st_gid, gid_t(65534));
+        QCOMPARE(st.st_mode & 07777, mode_t(0664));
+    }
+
     void aSymbolicLinkStaysALink() {
         const QString path =
             CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("real.mp3"));
@@ -247,6 +338,123 @@ private slots:
                  audio + "LYRICSBEGINLYR99999short000024LYRICS200");
         QCOMPARE(e.OpenFile(m_dir.path() + QStringLiteral("/field.mp3")), 1);
         QCOMPARE(e.LyricsLyric(), QStringLiteral("short"));
+    }
+
+    // A forged footer that claims a huge tag: no write reads it into memory, and none
+    // drops the bytes it would cover. The file is sparse, so it takes no real space.
+    void aHugeForgedTrailerIsNeverReadWhole() {
+        const QByteArray audio = ReadAll(FixtureDir() + QStringLiteral("/tone.mp3"));
+        const QString path = m_dir.path() + QStringLiteral("/huge.mp3");
+        const qint64 total = 200LL * 1024 * 1024;
+        QByteArray footer("APETAGEX", 8);
+        auto le32 = [](quint32 v) {
+            QByteArray b;
+            for (int i = 0; i < 4; ++i)
+                b.append(char((v >> (8 * i)) & 0xFF));
+            return b;
+        };
+        footer +=
+            le32(2000) + le32(quint32(total - audio.size() - 10)) + le32(1) + le32(0) + QByteArray(8, '\0');
+        {
+            QFile f(path);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(audio);
+            QVERIFY(f.resize(total - footer.size()));
+            QVERIFY(f.seek(total - footer.size()));
+            f.write(footer);
+        }
+        QCOMPARE(QFileInfo(path).size(), total);
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 1);
+        QVERIFY(e.HasApe() == false || e.ApeTitle().isEmpty());
+        e.SetV1Title(QStringLiteral("v1"));
+        e.SetApeTitle(QStringLiteral("ape"));
+        e.SetLyricsLyric(QStringLiteral("la"));
+        QElapsedTimer t;
+        t.start();
+        QCOMPARE(e.SaveV1(path), 0);
+        QVERIFY2(e.LastError().contains(QStringLiteral("64 MB")), qPrintable(e.LastError()));
+        QCOMPARE(e.RemoveV1(path), 1); // there is no ID3v1 tag to remove: nothing is written
+        QCOMPARE(e.SaveApe(path), 0);
+        QCOMPARE(e.RemoveApe(path), 0);
+        QCOMPARE(e.SaveLyrics(path), 0);
+        QVERIFY2(t.elapsed() < 5000, qPrintable(QString::number(t.elapsed())));
+        QCOMPARE(QFileInfo(path).size(), total);
+        QVERIFY(Leftovers(m_dir.path()).isEmpty());
+    }
+
+    // An APE footer whose size reaches into the audio: the tag is not replaced or
+    // removed (that would cut the audio), and a write of another set keeps every byte.
+    void anApeFooterReachingIntoTheAudio() {
+        const QByteArray audio = ReadAll(FixtureDir() + QStringLiteral("/tone.mp3"));
+        const QString seed = CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("ape.mp3"));
+        {
+            TagEngine e;
+            QCOMPARE(e.OpenFile(seed), 1);
+            e.SetApeTitle(QStringLiteral("Titel"));
+            QVERIFY(e.SaveApe(seed));
+        }
+        QByteArray file = ReadAll(seed);
+        QVERIFY(file.startsWith(audio));
+        QByteArray ape = file.mid(audio.size());
+        // Footer size + 300: the tag now seems to begin inside the audio; no header flag.
+        const qsizetype footerAt = ape.size() - 32;
+        auto setLe32 = [&ape](qsizetype at, quint32 v) {
+            for (int i = 0; i < 4; ++i)
+                ape[at + i] = char((v >> (8 * i)) & 0xFF);
+        };
+        const quint32 size = quint32(ape.size() - 32) + 300;
+        setLe32(footerAt + 12, size);
+        setLe32(footerAt + 20, 0);
+        const QByteArray forged = audio + ape;
+        const QString path = m_dir.path() + QStringLiteral("/reach.mp3");
+        QVERIFY(WriteAll(path, forged));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 1);
+        e.SetApeTitle(QStringLiteral("neu"));
+        QCOMPARE(e.SaveApe(path), 0);
+        QVERIFY(!e.LastError().isEmpty());
+        QCOMPARE(e.RemoveApe(path), 0);
+        QCOMPARE(ReadAll(path), forged);
+        e.SetV1Title(QStringLiteral("v1"));
+        QVERIFY(e.SaveV1(path));
+        QVERIFY(ReadAll(path).startsWith(forged));
+        QCOMPARE(ReadAll(path).size(), forged.size() + 128);
+        e.OpenFile(path);
+        QVERIFY(e.RemoveV1(path));
+        QCOMPARE(ReadAll(path), forged);
+        e.SetV2Title(QStringLiteral("v2"));
+        QVERIFY(e.SaveV2(path));
+        QVERIFY(ReadAll(path).endsWith(ape));
+        QVERIFY(Leftovers(m_dir.path()).isEmpty());
+    }
+
+    // An APE tag of version 1 holds text in the old code page; the upgrade to version 2
+    // that a save makes turns the items it did not touch into UTF-8 as well.
+    void apeVersionOneItemsAreReencoded() {
+        const QByteArray audio = ReadAll(FixtureDir() + QStringLiteral("/tone.mp3"));
+        auto le32 = [](quint32 v) {
+            QByteArray b;
+            for (int i = 0; i < 4; ++i)
+                b.append(char((v >> (8 * i)) & 0xFF));
+            return b;
+        };
+        const QByteArray value("Caf\xE9 M\xFCller", 12);
+        const QByteArray item = le32(quint32(value.size())) + le32(0) + QByteArray("Artist", 7) + value;
+        const QByteArray footer = QByteArray("APETAGEX") + le32(1000) + le32(quint32(item.size() + 32)) +
+                                  le32(1) + le32(0) + QByteArray(8, '\0');
+        const QString path = m_dir.path() + QStringLiteral("/apev1.mp3");
+        QVERIFY(WriteAll(path, audio + item + footer));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(path), 1);
+        QCOMPARE(e.ApeVersion(), QStringLiteral("1.0"));
+        QCOMPARE(e.ApeArtist(), QStringLiteral("Café Müller"));
+        e.SetApeTitle(QStringLiteral("Titel"));
+        QVERIFY(e.SaveApe(path));
+        QCOMPARE(e.OpenFile(path), 1);
+        QCOMPARE(e.ApeVersion(), QStringLiteral("2.0"));
+        QCOMPARE(e.ApeArtist(), QStringLiteral("Café Müller"));
+        QVERIFY(ReadAll(path).contains(QStringLiteral("Café Müller").toUtf8()));
     }
 
     void fuzzTheTagParsers_data() {

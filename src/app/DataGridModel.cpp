@@ -1,6 +1,7 @@
 #include "app/DataGridModel.h"
 
 #include "core/DataGrid.h"
+#include "platform/PosixFile.h"
 
 #include <QBrush>
 #include <QColor>
@@ -51,7 +52,8 @@ QVariant DataGridModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
     case Qt::EditRole:
     case Qt::ToolTipRole:
-        return m_grid->CellText(row, col);
+        // A file name that is no valid UTF-8 carries its bytes escaped: shown readably.
+        return PosixFile::DisplayName(m_grid->CellText(row, col));
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(ToQt(m_grid->Column(col).align));
     case Qt::BackgroundRole:

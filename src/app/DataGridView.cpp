@@ -24,6 +24,7 @@ struct DataGridView::Impl {
     QScrollBar* hbar = nullptr; // mirrors the table's own bar, below the footer
     bool applying = false;      // the view itself is setting section sizes
     int sortCol = 0;
+    bool headerSort = true;
     int sortOrder = 1;
 
     void ApplyColumns();
@@ -97,7 +98,7 @@ void DataGridView::Impl::SectionMoved() {
 
 void DataGridView::Impl::SortByHeader(int logical) {
     const int col = logical + 1;
-    if (col > grid->Cols())
+    if (!headerSort || col > grid->Cols())
         return;
     sortOrder = (sortCol == col && sortOrder == 1) ? 2 : 1;
     sortCol = col;
@@ -244,6 +245,10 @@ void DataGridView::SetMinWidthsFromCaptions(int firstCol) {
 
 int DataGridView::SortColumn() const {
     return d->sortCol;
+}
+
+void DataGridView::SetHeaderSort(bool on) {
+    d->headerSort = on;
 }
 int DataGridView::SortOrder() const {
     return d->sortOrder;

@@ -40,6 +40,9 @@ public:
     // Column and order (1 ascending, 2 descending) of the last header click; 0 = none.
     int SortColumn() const;
     int SortOrder() const;
+    // Whether a header click sorts (the default); off for grids whose row order means
+    // something, as the caption table's row numbers do.
+    void SetHeaderSort(bool on);
 
 signals:
     void currentRowChanged(int row); // 1-based; follows clicks, keys and the grid's CurRow

@@ -71,6 +71,7 @@ FrmCap::FrmCap(QWidget* parent) : QWidget(parent, Qt::Window) {
 
     LbxCap = new DataGridView(&CaptionTable(), this);
     LbxCap->setObjectName(QStringLiteral("LbxCap"));
+    LbxCap->SetHeaderSort(false); // row number = caption row: never reordered
     outer->addWidget(LbxCap, 1);
 
     // The current row: reference text and the text of the chosen language.

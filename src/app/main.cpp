@@ -2,12 +2,15 @@
 #include "app/FrmInput.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/UiCaptions.h"
+#include "platform/SafeFile.h"
 
 #include <QApplication>
 #include <QStyleFactory>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
+    // A file-size limit makes a write fail (EFBIG) instead of ending the program.
+    SafeFile::IgnoreFileSizeSignal();
     QApplication::setOrganizationName(QStringLiteral("Quillotune"));
     QApplication::setApplicationName(QStringLiteral("Quillotune"));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));

@@ -1,6 +1,8 @@
 // quillotune-cli: the program's logic without windows. One command per call:
 //   quillotune-cli COMMAND ARGUMENTS...
 #include "cli/CliCommands.h"
+#include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -41,8 +43,13 @@ void PrintHelp() {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    QStringList args = QCoreApplication::arguments();
-    args.removeFirst();
+    // A file-size limit makes a write fail (EFBIG) instead of ending the program.
+    SafeFile::IgnoreFileSizeSignal();
+    // The arguments as the system gave them: a file name that is no valid UTF-8 keeps
+    // its bytes (QCoreApplication::arguments would replace them).
+    QStringList args;
+    for (int i = 1; i < argc; ++i)
+        args << PosixFile::FromNative(argv[i]);
     if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h") ||
         args.first() == QLatin1String("help")) {
         PrintHelp();

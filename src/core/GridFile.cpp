@@ -5,9 +5,9 @@
 // is some 60 MB, and the generic string helpers would cost several times the disk time.
 
 #include "core/DataGrid.h"
+#include "platform/SafeFile.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <algorithm>
 #include <cstring>
 #include <limits>
@@ -79,8 +79,12 @@ inline char* EncodeEscaped(const char16_t* p, const char16_t* end, char* out) {
             *out++ = char(0x80 | ((cp >> 12) & 0x3F));
             *out++ = char(0x80 | ((cp >> 6) & 0x3F));
             *out++ = char(0x80 | (cp & 0x3F));
+        } else if (u >= 0xDC80 && u <= 0xDCFF) {
+            // A byte of a file name that is no UTF-8, as the folder walk keeps it (a lone
+            // low surrogate): written as that byte, which reads back the same way.
+            *out++ = char(u - 0xDC00);
         } else {
-            // A lone surrogate has no UTF-8 form: it is written as U+FFFD.
+            // Any other lone surrogate has no UTF-8 form: it is written as U+FFFD.
             const char32_t cp = QChar::isSurrogate(u) ? 0xFFFD : u;
             *out++ = char(0xE0 | (cp >> 12));
             *out++ = char(0x80 | ((cp >> 6) & 0x3F));
@@ -226,11 +230,12 @@ bool DataGrid::LoadFile(const QString& path, bool keepColumns) {
 
 bool GridFile::Save(const DataGrid& g, const QString& path) {
     g.m_lastFileError.clear();
-    // QSaveFile writes beside the target and renames at the end: a failed or broken-off
-    // write leaves the old file as it was.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        g.m_lastFileError = file.errorString();
+    // The writer fills a temporary copy beside the target, checks every write, flushes it
+    // and renames it over the target only at the end: a failed or broken-off write leaves
+    // the old file as it was.
+    SafeFile::AtomicWriter file(path);
+    if (!file.Open()) {
+        g.m_lastFileError = file.ErrorString();
         return false;
     }
     LineWriter w;
@@ -238,7 +243,7 @@ bool GridFile::Save(const DataGrid& g, const QString& path) {
     auto flush = [&](bool force) {
         if (w.size == 0 || (!force && w.size < kChunk))
             return true;
-        const bool ok = file.write(w.buf.constData(), w.size) == w.size;
+        const bool ok = file.Write(w.buf.constData(), w.size);
         w.size = 0;
         return ok;
     };
@@ -323,16 +328,17 @@ bool GridFile::Save(const DataGrid& g, const QString& path) {
         w.Byte('\n');
         ok = flush(true);
     }
-    if (!ok || !file.commit()) {
-        g.m_lastFileError = file.errorString();
-        file.cancelWriting();
+    if (!ok || !file.Commit()) {
+        g.m_lastFileError = file.ErrorString();
+        file.Cancel();
         return false;
     }
     return true;
 }
 
 // Decodes UTF-8 into `out`, resolving escapes; a tab ends a cell, and its end offset
-// (counted from `out`) goes to `ends` when given. Invalid UTF-8 becomes U+FFFD. Returns
+// (counted from `out`) goes to `ends` when given. A byte that is no valid UTF-8 becomes
+// U+DC00 + byte, as file names that are no UTF-8 are kept (PosixFile::FromNative). Returns
 // the number of UTF-16 units written, or -1 on an escape that the writer never makes.
 qsizetype GridFile::DecodeField(const unsigned char* p, const unsigned char* end, char16_t* out,
                                 const char16_t* outEnd, DataGrid::Row* ends, std::size_t& endCount) {
@@ -430,7 +436,7 @@ qsizetype GridFile::DecodeField(const unsigned char* p, const unsigned char* end
             *out++ = QChar::lowSurrogate(cp);
             p += 4;
         } else {
-            *out++ = 0xFFFD;
+            *out++ = char16_t(0xDC00 + c);
             ++p;
         }
     }

@@ -9,6 +9,7 @@
 #include "core/Prompt.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "platform/PosixFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -17,6 +18,17 @@ namespace {
 template <typename F> void Run(const F& f) {
     if (f)
         f();
+}
+
+// The picture link list as the start found it: whether a close may write it, and the
+// message about a file that could not be read (shown once the window can show it).
+struct LinkListState {
+    bool writable = true;
+    QString note;
+};
+LinkListState& LinkList() {
+    static LinkListState state;
+    return state;
 }
 
 // Closing goes on whatever one step does.
@@ -102,9 +114,20 @@ void DefineSettingsLists() {
     DefineRatingList();
     // The picture link list is rewritten at every close: load what stands on disk, so
     // that a close never writes an empty list over it.
+    // A file that is there but can't be read is kept: it goes aside under a new name, and
+    // the close never writes an empty list over a file that was not loaded.
     const QString links = LinkListFilePath();
-    if (QFileInfo(links).isFile())
-        Grids::LbxPic_LinkToPic().LoadFile(links);
+    LinkList() = {};
+    if (!QFileInfo::exists(links) || Grids::LbxPic_LinkToPic().LoadFile(links))
+        return;
+    QString aside = links + QStringLiteral(".unreadable");
+    for (int n = 2; PosixFile::Exists(aside) && n < 1000; ++n)
+        aside = PosixFile::NumberedName(links + QStringLiteral(".unreadable"), n);
+    const bool moved = PosixFile::RenameNoReplace(links, aside) == 0;
+    LinkList().writable = moved;
+    LinkList().note = Caption(CapReadFailed) + QStringLiteral("\n") + QDir::toNativeSeparators(links);
+    if (moved)
+        LinkList().note += QStringLiteral("\n-> ") + QDir::toNativeSeparators(aside);
 }
 
 void ApplySettingsDefaults() {
@@ -123,6 +146,8 @@ StartCheck StartProgram(Prompt& prompt, const StartupSteps& s) {
     SetCaptionTableHeaders(); // step 4: headers in the language now chosen
     Run(s.selectFirstMainTab);
     DefineSettingsLists();
+    if (!LinkList().note.isEmpty())
+        prompt.Tell(LinkList().note, Prompt::Icon::Warning);
     Run(s.defineGrids);
     if (!State().SuppressEvents)
         Run(s.setCaptions);
@@ -180,7 +205,10 @@ bool QuitProgram(int& alreadyAsked, int force, Prompt& prompt, const QuitSteps& 
         if (SettingOn(Ini::PurgeLinklist, Ini::Col1) && s.purgeLinkList)
             s.purgeLinkList();
     });
-    Guarded([] { Grids::LbxPic_LinkToPic().SaveFile(LinkListFilePath()); });
+    Guarded([] {
+        if (LinkList().writable)
+            Grids::LbxPic_LinkToPic().SaveFile(LinkListFilePath());
+    });
     Guarded([] { EmptyTempFolder(); });
     Guarded([&] { Run(s.closeMedia); });
     Guarded([&] { Run(s.unloadForms); });

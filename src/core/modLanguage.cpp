@@ -119,6 +119,16 @@ bool SaveCaptionTable() {
     QString path = CaptionFilePath();
     if (path.isEmpty())
         path = AppFile(QStringLiteral("Caption.qlt"));
+    // A caption table without a single text is what a damaged file leaves after the
+    // start: it never replaces the file on disk, which may still be mended.
+    const DataGrid& t = CaptionTable();
+    bool anyText = false;
+    for (int c = kLanguageGerman; c <= t.Cols() && !anyText; ++c) {
+        for (int r = 1; r <= t.Rows() && !anyText; ++r)
+            anyText = !t.CellView(r, c).isEmpty();
+    }
+    if (!anyText && QFileInfo::exists(path))
+        return false;
     const bool ok = CaptionTable().SaveFile(path);
     if (ok)
         g_changed = false;

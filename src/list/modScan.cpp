@@ -273,7 +273,7 @@ QStringList FileRowCells(TagEngine& e, const QString& path, int type, int rowNum
 bool AddFileRow(DataGrid& list, TagEngine& engine, const QString& path, const RowContext& ctx,
                 int alreadyOpenType) {
     const int type = alreadyOpenType >= 0 ? alreadyOpenType : engine.OpenFile(path);
-    QStringList cells = FileRowCells(engine, path, type, list.Rows() + 1, ctx.numberDigits);
+    QStringList cells = FileRowCells(engine, path, type, list.Rows() + 1 - ctx.rowOffset, ctx.numberDigits);
     if (ctx.checkCharacters && !State().UpdateRun) {
         if (ctx.useChecklist) {
             if (!ctx.checklist || !PassesChecklist(cells[InCol::FileName - 1], *ctx.checklist))
@@ -456,14 +456,29 @@ ScanResult UpdateList(DataGrid& list, TagEngine& engine, Prompt& prompt, const S
     }
     res.entries = int(paths.size());
     list.LockUpdate(true);
-    list.Clear();
+    // The old rows stay until their files have been read again: the new rows go behind
+    // them, and each old row goes only when its file has been read. An abort keeps the
+    // rows not yet read as they were.
+    const int oldRows = list.Rows();
+    list.ClearSelection();
     RowContext ctx;
     ctx.numberDigits = NumberDigits();
+    ctx.rowOffset = oldRows;
     RunEntries(list, engine, paths, ctx, false, hooks, res);
+    const int reread = std::min(res.processed, oldRows);
+    if (reread > 0) {
+        list.SelectRange(1, reread, true);
+        list.DeleteSelected();
+    }
     if (res.aborted) {
+        // The rows read again follow the rows left as they were; the numbers follow the rows.
+        for (int r = 1; r <= list.Rows(); ++r)
+            list.SetCellText(r, InCol::No, QString::number(r));
         FinishAborted(list, res, hooks);
         return res;
     }
+    for (int r = 1; r <= list.Rows(); ++r)
+        list.SetRowKey(r, QString::number(r) + u'k');
     list.DoSort(QLatin1String(kScanSortOrder), 1);
     if (list.Rows() > 0)
         list.SetCurRow(1);

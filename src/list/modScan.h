@@ -56,6 +56,7 @@ struct RowContext {
     QString titleSearch;
     const DataGrid* checklist = nullptr;
     int numberDigits = 2;
+    int rowOffset = 0; // rows in front of the new ones that don't count for their number
 };
 RowContext MakeRowContext(const ScanOptions& options);
 

@@ -1,5 +1,8 @@
 #include "platform/FolderWalk.h"
 
+#include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
+
 #include <QFile>
 #include <algorithm>
 #include <cstdio>
@@ -18,7 +21,7 @@ struct DirCloser {
 };
 
 QByteArray Native(const QString& path) {
-    return QFile::encodeName(path);
+    return PosixFile::Native(path);
 }
 
 // Lists the raw entries; `dirsOnly` skips the stat of plain files where the type is known.
@@ -41,10 +44,15 @@ bool ReadDir(const QString& folder, std::vector<FolderEntry>& out, FolderId* id,
     if (!native.endsWith('/'))
         native += '/';
     const qsizetype baseLen = native.size();
+    bool tempCopies = false;
     while (dirent* e = ::readdir(dir)) {
         const char* n = e->d_name;
-        if (n[0] == '.')
-            continue; // ".", ".." and hidden entries
+        if (n[0] == '.') {
+            // ".", ".." and hidden entries; a temporary copy of a tag write among them
+            // may be left over from a killed run.
+            tempCopies = tempCopies || (!dirsOnly && n[1] != '\0' && SafeFile::IsTempName(QByteArray(n)));
+            continue;
+        }
         bool isDir = false;
         if (e->d_type == DT_DIR) {
             isDir = true;
@@ -62,8 +70,10 @@ bool ReadDir(const QString& folder, std::vector<FolderEntry>& out, FolderId* id,
         }
         if (dirsOnly && !isDir)
             continue;
-        out.push_back({QFile::decodeName(n), isDir});
+        out.push_back({PosixFile::FromNative(n), isDir});
     }
+    if (tempCopies)
+        SafeFile::RemoveStaleTemps(folder);
     return true;
 }
 

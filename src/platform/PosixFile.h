@@ -8,7 +8,20 @@
 
 namespace PosixFile {
 
-QByteArray Native(const QString& path); // the path as the file system spells it
+// File names are bytes; most are UTF-8, but names copied from old FAT or Windows disks
+// may hold Latin-1 bytes that are no valid UTF-8. FromNative keeps such a name without
+// loss: each byte that is not part of valid UTF-8 becomes the code unit U+DC80..U+DCFF
+// (a lone surrogate, which no valid name can contain), and Native turns the name back
+// into exactly its bytes. Every call that hands a path to the system goes through
+// Native, every name read from the system through FromNative; in between the name is an
+// ordinary QString. (QFile and QFileInfo do not know the escape: use these helpers for
+// names that may carry it.)
+QByteArray Native(const QString& path);         // the path as the file system spells it
+QString FromNative(const QByteArrayView bytes); // a name as the system gave it
+bool HasEscapedBytes(const QString& name);      // the name holds bytes that are no UTF-8
+// The name for the eye: escaped bytes shown as Windows-1252 characters, followed by the
+// mark " (≠UTF-8)". Names without escapes come back unchanged.
+QString DisplayName(const QString& name);
 
 // stat(2) / lstat(2). Returns 0 or errno.
 int Stat(const QString& path, struct stat& st);

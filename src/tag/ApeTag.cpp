@@ -63,7 +63,9 @@ void ApeData::SetText(const char* key, const QString& value) {
         items.push_back(ApeItem{k, 0, value.toUtf8()});
 }
 
-bool ParseApe(const QByteArray& block, ApeData* out) {
+bool ParseApe(const QByteArray& block, ApeData* out, bool* complete) {
+    if (complete)
+        *complete = false;
     if (block.size() < 32)
         return false;
     const qsizetype footerAt = block.size() - 32;
@@ -77,6 +79,9 @@ bool ParseApe(const QByteArray& block, ApeData* out) {
         return false;
     qsizetype pos = block.size() - static_cast<qsizetype>(size);
     const qsizetype end = footerAt;
+    // The bytes in front of the items: nothing, or a header of 32 bytes.
+    const bool framed = pos == 0 || (pos == 32 && block.startsWith("APETAGEX"));
+    quint32 read = 0;
     for (quint32 i = 0; i < count && i < 65536 && pos + 8 < end; ++i) {
         const quint32 valueSize = Le32(block, pos);
         const quint32 flags = Le32(block, pos + 4);
@@ -94,7 +99,10 @@ bool ParseApe(const QByteArray& block, ApeData* out) {
         if (!item.key.isEmpty())
             tag.items.push_back(item);
         pos = valueStart + valueSize;
+        ++read;
     }
+    if (complete)
+        *complete = framed && read == count && pos == end;
     *out = tag;
     return true;
 }

@@ -1,5 +1,8 @@
 #include "tag/SafeWrite.h"
 
+#include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -15,81 +18,74 @@ namespace qlt_tag {
 
 namespace {
 
-QString SysError() {
-    return QString::fromLocal8Bit(std::strerror(errno));
+QString SysError(int err) {
+    return SafeFile::ErrorText(err);
 }
 
 // A new, empty temporary file beside target, opened for writing.
 int CreateTemp(const QString& target, QString* tempPath, QString* error) {
-    const QFileInfo info(target);
-    const QString pattern =
-        info.absolutePath() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".qlt-XXXXXX");
-    QByteArray name = QFile::encodeName(pattern);
-    const int fd = ::mkstemp(name.data());
-    if (fd < 0) {
-        if (error)
-            *error = QStringLiteral("Can't create a temporary file in the folder %1: %2")
-                         .arg(QDir::toNativeSeparators(info.absolutePath()), SysError());
-        return -1;
-    }
-    *tempPath = QFile::decodeName(name);
+    int err = 0;
+    const int fd = SafeFile::CreateTemp(target, tempPath, &err);
+    if (fd < 0 && error)
+        *error = QStringLiteral("Can't create a temporary file in the folder %1: %2")
+                     .arg(QDir::toNativeSeparators(QFileInfo(target).absolutePath()), SysError(err));
     return fd;
 }
 
-bool WriteAll(int fd, const char* data, qint64 size) {
-    while (size > 0) {
-        const ssize_t n = ::write(fd, data, static_cast<size_t>(std::min<qint64>(size, 1 << 20)));
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            return false;
-        }
-        data += n;
-        size -= n;
-    }
-    return true;
-}
-
-bool CopyRange(int out, const QString& source, long long start, long long end) {
+// Copies [start, end) of source to out. Returns 0 or the errno of the failure.
+int CopyRange(int out, const QString& source, long long start, long long end) {
     if (end <= start)
-        return true;
-    const int in = ::open(QFile::encodeName(source).constData(), O_RDONLY | O_CLOEXEC);
+        return 0;
+    const int in = ::open(PosixFile::Native(source).constData(), O_RDONLY | O_CLOEXEC);
     if (in < 0)
-        return false;
+        return errno;
     QByteArray buf(1 << 20, Qt::Uninitialized);
     long long pos = start;
-    bool ok = true;
-    while (ok && pos < end) {
+    int err = 0;
+    while (!err && pos < end) {
         const ssize_t n =
             ::pread(in, buf.data(), static_cast<size_t>(std::min<long long>(buf.size(), end - pos)),
                     static_cast<off_t>(pos));
         if (n < 0 && errno == EINTR)
             continue;
         if (n <= 0) {
-            ok = false; // the source is shorter than it was: never write a cut copy
+            err = n < 0 ? errno : EIO; // the source is shorter than it was: never write a cut copy
             break;
         }
-        ok = WriteAll(out, buf.constData(), n);
+        err = SafeFile::WriteAll(out, buf.constData(), n);
         pos += n;
     }
     ::close(in);
-    return ok;
+    return err;
 }
 
-bool SyncAndClose(int fd) {
-    const bool ok = ::fsync(fd) == 0;
-    return ::close(fd) == 0 && ok;
+int SyncAndClose(int fd) {
+    const int e = SafeFile::Fsync(fd);
+    const int c = SafeFile::Close(fd);
+    return e ? e : c;
+}
+
+// The size of the finished copy must be what was meant to go into it.
+int CheckSize(const QString& path, long long expected) {
+    struct stat st {};
+    if (::stat(PosixFile::Native(path).constData(), &st) != 0)
+        return errno;
+    return st.st_size == expected ? 0 : EIO;
+}
+
+QString WriteError(const QString& target, int err) {
+    return QStringLiteral("Can't write %1: %2").arg(QDir::toNativeSeparators(target), SysError(err));
 }
 
 } // namespace
 
 bool CanRewrite(const QString& path, QString* error) {
-    const QByteArray native = QFile::encodeName(path);
+    const QByteArray native = PosixFile::Native(path);
     struct stat st {};
     if (::stat(native.constData(), &st) != 0) {
         if (error)
             *error = QStringLiteral("The file %1 can't be found: %2")
-                         .arg(QDir::toNativeSeparators(path), SysError());
+                         .arg(QDir::toNativeSeparators(path), SysError(errno));
         return false;
     }
     if (!S_ISREG(st.st_mode)) {
@@ -107,7 +103,7 @@ bool CanRewrite(const QString& path, QString* error) {
         return false;
     }
     const QString folder = QFileInfo(path).absolutePath();
-    if (::access(QFile::encodeName(folder).constData(), W_OK | X_OK) != 0) {
+    if (::access(PosixFile::Native(folder).constData(), W_OK | X_OK) != 0) {
         if (error)
             *error =
                 QStringLiteral("The folder %1 is write-protected.").arg(QDir::toNativeSeparators(folder));
@@ -117,27 +113,20 @@ bool CanRewrite(const QString& path, QString* error) {
 }
 
 bool RenameOver(const QString& tempPath, const QString& target, QString* error) {
-    const QByteArray tmp = QFile::encodeName(tempPath);
-    const QByteArray dst = QFile::encodeName(target);
-    struct stat st {};
-    if (::stat(dst.constData(), &st) == 0) {
-        ::chmod(tmp.constData(), st.st_mode & 07777);
-        if (::chown(tmp.constData(), st.st_uid, st.st_gid) != 0) {
-            // Not allowed for an ordinary user to give files away; the permissions stay.
-        }
-    }
-    if (::rename(tmp.constData(), dst.constData()) != 0) {
+    const QByteArray tmp = PosixFile::Native(tempPath);
+    const QByteArray dst = PosixFile::Native(target);
+    if (const int e = SafeFile::Rename(tmp, dst)) {
         if (error)
-            *error = QStringLiteral("Can't replace %1: %2").arg(QDir::toNativeSeparators(target), SysError());
-        ::unlink(tmp.constData());
+            *error =
+                QStringLiteral("Can't replace %1: %2").arg(QDir::toNativeSeparators(target), SysError(e));
+        SafeFile::RemoveTemp(tempPath);
         return false;
     }
     // Make the new directory entry durable too.
-    const int dir =
-        ::open(QFile::encodeName(QFileInfo(target).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
-    if (dir >= 0) {
-        ::fsync(dir);
-        ::close(dir);
+    if (const int e = SafeFile::SyncFolderOf(dst)) {
+        if (error)
+            *error = WriteError(target, e);
+        return false;
     }
     return true;
 }
@@ -148,15 +137,21 @@ bool RewriteFile(const QString& target, const QByteArray& head, const QString& s
     const int fd = CreateTemp(target, &tempPath, error);
     if (fd < 0)
         return false;
-    bool ok = WriteAll(fd, head.constData(), head.size()) && CopyRange(fd, source, bodyStart, bodyEnd) &&
-              WriteAll(fd, tail.constData(), tail.size());
-    const int writeErrno = errno;
-    ok = SyncAndClose(fd) && ok;
-    if (!ok) {
-        errno = writeErrno;
+    SafeFile::CopyMetadata(PosixFile::Native(target), fd);
+    int err = SafeFile::WriteAll(fd, head.constData(), head.size());
+    if (!err)
+        err = CopyRange(fd, source, bodyStart, bodyEnd);
+    if (!err)
+        err = SafeFile::WriteAll(fd, tail.constData(), tail.size());
+    const int closeErr = SyncAndClose(fd);
+    if (!err)
+        err = closeErr;
+    if (!err)
+        err = CheckSize(tempPath, head.size() + std::max(0LL, bodyEnd - bodyStart) + tail.size());
+    if (err) {
         if (error)
-            *error = QStringLiteral("Can't write %1: %2").arg(QDir::toNativeSeparators(target), SysError());
-        ::unlink(QFile::encodeName(tempPath).constData());
+            *error = WriteError(target, err);
+        SafeFile::RemoveTemp(tempPath);
         return false;
     }
     return RenameOver(tempPath, target, error);
@@ -168,21 +163,30 @@ bool MakeEditableCopy(const QString& target, const QString& source, long long st
     const int fd = CreateTemp(target, tempPath, error);
     if (fd < 0)
         return false;
-    bool ok = CopyRange(fd, source, start, end);
-    const int writeErrno = errno;
-    ok = (::close(fd) == 0) && ok;
-    if (!ok) {
-        errno = writeErrno;
+    int err = CopyRange(fd, source, start, end);
+    const int closeErr = SafeFile::Close(fd);
+    if (!err)
+        err = closeErr;
+    if (!err)
+        err = CheckSize(*tempPath, std::max(0LL, end - start));
+    if (err) {
         if (error)
-            *error = QStringLiteral("Can't write %1: %2").arg(QDir::toNativeSeparators(target), SysError());
+            *error = WriteError(target, err);
         return false;
     }
     if (!edit(*tempPath, error))
         return false;
-    const int again = ::open(QFile::encodeName(*tempPath).constData(), O_RDWR | O_CLOEXEC);
-    if (again < 0 || !SyncAndClose(again)) {
+    const int again = ::open(PosixFile::Native(*tempPath).constData(), O_RDWR | O_CLOEXEC);
+    if (again < 0) {
         if (error)
-            *error = QStringLiteral("Can't write %1: %2").arg(QDir::toNativeSeparators(target), SysError());
+            *error = WriteError(target, errno);
+        return false;
+    }
+    // Owner, mode and attributes only now: the edit must still be able to open the copy.
+    SafeFile::CopyMetadata(PosixFile::Native(target), again);
+    if (const int e = SyncAndClose(again)) {
+        if (error)
+            *error = WriteError(target, e);
         return false;
     }
     return true;

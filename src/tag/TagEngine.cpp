@@ -1,6 +1,7 @@
 // TagEngine: opening a file, the getters and setters, the multi-valued members of V2.
 #include "tag/TagEngine.h"
 
+#include "platform/PosixFile.h"
 #include "tag/EngineData.h"
 #include "tag/FormatRead.h"
 #include "tag/TagText.h"
@@ -22,7 +23,7 @@ namespace qlt_tag {
 FileIdentity FileIdentity::Of(const QString& path) {
     FileIdentity id;
     struct stat st {};
-    if (::stat(QFile::encodeName(path).constData(), &st) != 0)
+    if (::stat(PosixFile::Native(path).constData(), &st) != 0)
         return id;
     id.device = st.st_dev;
     id.inode = st.st_ino;
@@ -125,7 +126,7 @@ TagEngine& TagEngine::Shared() {
 int TagEngine::OpenFile(const QString& path) {
     *d = EngineData();
     d->path = path;
-    const QByteArray native = QFile::encodeName(path);
+    const QByteArray native = PosixFile::Native(path);
     struct stat st {};
     if (path.isEmpty() || ::stat(native.constData(), &st) != 0) {
         d->error = QStringLiteral("The file %1 can't be found.").arg(QDir::toNativeSeparators(path));

@@ -2,20 +2,27 @@
 // copy beside the file (SafeWrite.h); the audio between the tags is copied byte for byte.
 #include "tag/TagEngine.h"
 
+#include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
 #include "tag/EngineData.h"
 #include "tag/FormatRead.h"
+#include "tag/Id3v2Keep.h"
 #include "tag/SafeWrite.h"
 #include "tag/TagStreams.h"
+#include "tag/TagText.h"
 #include "tag/TrailerTags.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <cstdlib>
+#include <cstring>
 #include <sys/stat.h>
 #include <taglib/asffile.h>
 #include <taglib/flacfile.h>
 #include <taglib/id3v2framefactory.h>
+#include <taglib/id3v2header.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/oggflacfile.h>
 #include <taglib/opusfile.h>
@@ -126,12 +133,17 @@ namespace {
 bool Prepare(EngineData& d, const QString& given, TagSet set, bool strip, Target* t) {
     d.error.clear();
     // A symbolic link is followed: the file it points to is rewritten and the link stays.
-    const QFileInfo info(given);
-    const QString path =
-        info.isSymLink() && !info.canonicalFilePath().isEmpty() ? info.canonicalFilePath() : given;
+    QString path = given;
+    struct stat link {};
+    if (PosixFile::LStat(given, link) == 0 && S_ISLNK(link.st_mode)) {
+        if (char* real = ::realpath(PosixFile::Native(given).constData(), nullptr)) {
+            path = PosixFile::FromNative(real);
+            std::free(real);
+        }
+    }
     if (!CanRewrite(path, &d.error))
         return false;
-    const QByteArray native = QFile::encodeName(path);
+    const QByteArray native = PosixFile::Native(path);
     TagLib::FileStream stream(native.constData(), true);
     if (!stream.isOpen()) {
         d.error = QStringLiteral("The file %1 can't be read.").arg(QDir::toNativeSeparators(path));
@@ -169,7 +181,7 @@ void Written(EngineData& d, const Target& t, TagSet set) {
             id = after;
     }
     d.synced[static_cast<size_t>(EngineData::SetIndex(set))] = after;
-    const QByteArray native = QFile::encodeName(d.path);
+    const QByteArray native = PosixFile::Native(d.path);
     TagLib::FileStream stream(native.constData(), true);
     if (!stream.isOpen())
         return;
@@ -214,12 +226,22 @@ constexpr KeyMap kLyricsKeys[] = {
     {TagField::LyricsAlbum, "EAL"}, {TagField::LyricsInfo, "INF"},   {TagField::LyricsAuthor, "AUT"},
     {TagField::LyricsLink, "IMG"},  {TagField::LyricsLyric, "LYR"},  {TagField::LyricsExtra, "EXT"}};
 
+// The largest tag behind the audio that a write carries along in memory.
+constexpr long long kMaxTrailerBlock = 64LL * 1024 * 1024;
+
 // Rewrites the file with a new trailer.
 int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArray& bytes,
                  std::initializer_list<BlockKind> before, TagSet set, bool strip = false) {
+    for (const TrailerBlock& b : t.layout.trailer) {
+        if (b.length > kMaxTrailerBlock) {
+            d.error = QStringLiteral("A tag behind the audio of the file is larger than 64 MB; the file is "
+                                     "left as it is.");
+            return 0;
+        }
+    }
     QByteArray tail;
     {
-        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+        TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
         tail = NewTrailer(&stream, t.layout, kind, bytes, before);
     }
     if (!RewriteFile(t.path, QByteArray(), t.path, 0, t.layout.bodyEnd, tail, &d.error))
@@ -234,8 +256,26 @@ int WriteTrailer(EngineData& d, const Target& t, BlockKind kind, const QByteArra
 QByteArray ReadBlock(const Target& t, const TrailerBlock* b) {
     if (!b)
         return QByteArray();
-    TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+    TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
     return ReadAt(&stream, b->offset, b->length);
+}
+
+// An APE tag is replaced or removed only when it was read to the last byte: a footer
+// whose size reaches into the audio, or items that don't fill the tag, would make the
+// write drop bytes that it does not understand.
+bool ApeReadable(const QByteArray& block, ApeData* out) {
+    ApeData scratch;
+    bool complete = false;
+    return ParseApe(block, out ? out : &scratch, &complete) && complete;
+}
+
+QString HeadTooLong() {
+    return QStringLiteral("The ID3v2 tag of the file claims more bytes than the file holds; the file is left "
+                          "as it is.");
+}
+
+QString UnreadableApe() {
+    return QStringLiteral("The APE tag of the file can't be read completely; the file is left as it is.");
 }
 
 } // namespace
@@ -261,12 +301,22 @@ int TagEngine::SaveApe(const QString& path) {
     if (!Prepare(*d, path, TagSet::Ape, false, &t))
         return 0;
     const TrailerBlock* old = t.layout.Find(BlockKind::Ape);
-    if (old && old->length > 64LL * 1024 * 1024) {
+    if (old && old->length > kMaxTrailerBlock) {
         d->error = QStringLiteral("The APE tag of the file is larger than 64 MB and is left as it is.");
         return 0;
     }
     ApeData ape;
-    ParseApe(ReadBlock(t, old), &ape);
+    if (old && !ApeReadable(ReadBlock(t, old), &ape)) {
+        d->error = UnreadableApe();
+        return 0;
+    }
+    if (ape.version < 2000) {
+        // Version 1 items are text in the old code page; version 2 wants UTF-8.
+        for (ApeItem& item : ape.items) {
+            if (((item.flags >> 1) & 3) == 0)
+                item.value = DecodeLegacy(item.value).toUtf8();
+        }
+    }
     ape.version = 2000;
     const bool all = WholeSet(*d, path, TagSet::Ape);
     for (const KeyMap& k : kApeKeys) {
@@ -281,8 +331,13 @@ int TagEngine::RemoveApe(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::Ape, true, &t))
         return 0;
-    if (!t.layout.Find(BlockKind::Ape))
+    const TrailerBlock* old = t.layout.Find(BlockKind::Ape);
+    if (!old)
         return 1;
+    if (old->length > kMaxTrailerBlock || !ApeReadable(ReadBlock(t, old), nullptr)) {
+        d->error = UnreadableApe();
+        return 0;
+    }
     return WriteTrailer(*d, t, BlockKind::Ape, QByteArray(), {}, TagSet::Ape, true);
 }
 
@@ -325,17 +380,25 @@ int TagEngine::SaveV2(const QString& path) {
         return 0;
     QByteArray head;
     {
-        TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+        TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
+        if (!HeadTagsFit(&stream, t.layout.size)) {
+            d->error = HeadTooLong();
+            return 0;
+        }
         StreamFile file(&stream);
         std::unique_ptr<TagLib::ID3v2::Tag> tag;
-        if (t.layout.headEnd > 0)
-            tag = std::make_unique<TagLib::ID3v2::Tag>(&file, 0, TagLib::ID3v2::FrameFactory::instance());
-        else
+        QByteArray original;
+        if (t.layout.headEnd > 0) {
+            tag = ReadHeadTags(&file, t.layout.headEnd);
+            original =
+                ReadAt(&stream, 0, std::min<long long>(t.layout.headEnd, tag->header()->completeTagSize()));
+        } else {
             tag = std::make_unique<TagLib::ID3v2::Tag>();
+        }
         // An existing tag keeps its version; v2.2 and new tags are written as v2.3.
         const int version = t.layout.headVersion == 4 ? 4 : 3;
         ApplyId3v2(*d, *tag, WholeSet(*d, path, TagSet::V2));
-        head = RenderId3v2(*tag, version);
+        head = RenderKeeping(*tag, original, version);
     }
     if (!RewriteFile(t.path, head, t.path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
@@ -349,6 +412,13 @@ int TagEngine::RemoveV2(const QString& path) {
         return 0;
     if (t.layout.headEnd == 0)
         return 1;
+    {
+        TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
+        if (!HeadTagsFit(&stream, t.layout.size)) {
+            d->error = HeadTooLong();
+            return 0;
+        }
+    }
     if (!RewriteFile(t.path, QByteArray(), t.path, t.layout.headEnd, t.layout.size, QByteArray(), &d->error))
         return 0;
     Stripped(*d, t, TagSet::V2);
@@ -361,44 +431,74 @@ namespace {
 
 using XiphEdit = std::function<void(TagLib::Ogg::XiphComment&)>;
 
+// TagLib saves through a CheckedStream; a save counts only when every write reached the
+// copy, and the finished copy is read back as a valid file of its kind.
+bool Finished(CheckedStream& stream, bool saved, const std::function<bool()>& reread, QString* error) {
+    const int err = stream.Finish();
+    if (!saved || err || !reread()) {
+        *error =
+            err ? QStringLiteral("The tag of the file can't be written: %1").arg(SafeFile::ErrorText(err))
+                : QStringLiteral("The tag of the file can't be written.");
+        return false;
+    }
+    return true;
+}
+
 bool EditXiph(const QString& tempPath, int type, const XiphEdit& edit, QString* error) {
-    const QByteArray native = QFile::encodeName(tempPath);
+    const QByteArray native = PosixFile::Native(tempPath);
     auto fail = [&]() {
         *error = QStringLiteral("The tag of the file can't be written.");
         return false;
     };
+    CheckedStream stream(native);
     if (type == kTypeFlac) {
-        TagLib::FLAC::File f(native.constData(), TagLib::ID3v2::FrameFactory::instance(), false);
-        if (!f.isValid() || !f.xiphComment(true))
-            return fail();
-        edit(*f.xiphComment(true));
-        return f.save() || fail();
+        bool saved = false;
+        {
+            TagLib::FLAC::File f(&stream, TagLib::ID3v2::FrameFactory::instance(), false);
+            if (!f.isValid() || !f.xiphComment(true))
+                return fail();
+            edit(*f.xiphComment(true));
+            saved = f.save();
+        }
+        return Finished(
+            stream, saved,
+            [&] {
+                TagLib::FileStream check(native.constData(), true);
+                TagLib::FLAC::File f(&check, TagLib::ID3v2::FrameFactory::instance(), false);
+                return f.isValid();
+            },
+            error);
     }
     TagLib::FileStream probe(native.constData(), true);
     const char codec = OggCodec(&probe, 0);
-    auto run = [&](auto& f) {
-        if (!f.isValid() || !f.tag())
-            return fail();
-        edit(*f.tag());
-        return f.save() || fail();
+    auto run = [&](auto* tagless) {
+        using FileT = std::remove_pointer_t<decltype(tagless)>;
+        bool saved = false;
+        {
+            FileT f(&stream, false);
+            if (!f.isValid() || !f.tag())
+                return fail();
+            edit(*f.tag());
+            saved = f.save();
+        }
+        return Finished(
+            stream, saved,
+            [&] {
+                TagLib::FileStream check(native.constData(), true);
+                FileT f(&check, false);
+                return f.isValid() && f.tag() != nullptr;
+            },
+            error);
     };
     switch (codec) {
-    case 'v': {
-        TagLib::Ogg::Vorbis::File f(native.constData(), false);
-        return run(f);
-    }
-    case 'o': {
-        TagLib::Ogg::Opus::File f(native.constData(), false);
-        return run(f);
-    }
-    case 'f': {
-        TagLib::Ogg::FLAC::File f(native.constData(), false);
-        return run(f);
-    }
-    case 's': {
-        TagLib::Ogg::Speex::File f(native.constData(), false);
-        return run(f);
-    }
+    case 'v':
+        return run(static_cast<TagLib::Ogg::Vorbis::File*>(nullptr));
+    case 'o':
+        return run(static_cast<TagLib::Ogg::Opus::File*>(nullptr));
+    case 'f':
+        return run(static_cast<TagLib::Ogg::FLAC::File*>(nullptr));
+    case 's':
+        return run(static_cast<TagLib::Ogg::Speex::File*>(nullptr));
     default:
         return fail();
     }
@@ -414,7 +514,7 @@ int EditBody(EngineData& d, const Target& t, const std::function<bool(const QStr
     const bool edited = MakeEditableCopy(t.path, t.path, start, end, edit, &temp, &d.error);
     if (!edited) {
         if (!temp.isEmpty())
-            QFile::remove(temp);
+            SafeFile::RemoveTemp(temp);
         return 0;
     }
     bool ok = false;
@@ -423,14 +523,148 @@ int EditBody(EngineData& d, const Target& t, const std::function<bool(const QStr
     } else {
         QByteArray head, tail;
         {
-            TagLib::FileStream stream(QFile::encodeName(t.path).constData(), true);
+            TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
             head = ReadAt(&stream, 0, start);
             tail = ReadAt(&stream, end, t.layout.size - end);
         }
-        ok = RewriteFile(t.path, head, temp, 0, QFileInfo(temp).size(), tail, &d.error);
-        QFile::remove(temp);
+        struct stat edited {};
+        const long long editedSize = PosixFile::Stat(temp, edited) == 0 ? edited.st_size : -1;
+        ok = editedSize >= 0 && RewriteFile(t.path, head, temp, 0, editedSize, tail, &d.error);
+        if (editedSize < 0)
+            d.error = QStringLiteral("The tag of the file can't be written.");
+        SafeFile::RemoveTemp(temp);
     }
     return ok ? 1 : 0;
+}
+
+} // namespace
+
+namespace {
+
+// The content description object of ASF (title, author, copyright, description, rating).
+constexpr unsigned char kAsfContentDescription[16] = {0x33, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
+                                                      0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C};
+
+quint64 Le(const QByteArray& b, qsizetype at, int bytes) {
+    quint64 v = 0;
+    for (int i = bytes - 1; i >= 0; --i)
+        v = (v << 8) | static_cast<unsigned char>(b[at + i]);
+    return v;
+}
+
+QByteArray LeBytes(quint64 v, int bytes) {
+    QByteArray b;
+    for (int i = 0; i < bytes; ++i)
+        b.append(static_cast<char>((v >> (8 * i)) & 0xFF));
+    return b;
+}
+
+// The offset and size of the content description object in the header, 0 when none.
+std::pair<qsizetype, qsizetype> FindContentDescription(const QByteArray& header) {
+    for (qsizetype pos = 30; pos + 24 <= header.size();) {
+        const auto size = static_cast<qsizetype>(Le(header, pos + 16, 8));
+        if (size < 24 || pos + size > header.size())
+            break;
+        if (std::memcmp(header.constData() + pos, kAsfContentDescription, 16) == 0)
+            return {pos, size};
+        pos += size;
+    }
+    return {0, 0};
+}
+
+QByteArray AsfHeader(TagLib::IOStream* stream) {
+    const QByteArray start = ReadAt(stream, 0, 30);
+    if (start.size() < 30)
+        return QByteArray();
+    const quint64 size = Le(start, 16, 8);
+    if (size < 30 || size > 64ULL * 1024 * 1024)
+        return QByteArray();
+    return ReadAt(stream, 0, static_cast<long long>(size));
+}
+
+// The text values of the extended content description object, by name. TagLib reads the
+// metadata library of the header extension and this object into one list per name and
+// writes the first value of each list into this object: where the header extension comes
+// first, a save would swap the values of the two places.
+std::vector<std::pair<QString, QString>> ExtendedDescriptionTexts(const QByteArray& header) {
+    static const unsigned char kGuid[16] = {0x40, 0xA4, 0xD0, 0xD2, 0x07, 0xE3, 0xD2, 0x11,
+                                            0x97, 0xF0, 0x00, 0xA0, 0xC9, 0x5E, 0xA8, 0x50};
+    std::vector<std::pair<QString, QString>> texts;
+    for (qsizetype pos = 30; pos + 24 <= header.size();) {
+        const auto size = static_cast<qsizetype>(Le(header, pos + 16, 8));
+        if (size < 24 || pos + size > header.size())
+            break;
+        if (std::memcmp(header.constData() + pos, kGuid, 16) == 0 && size >= 26) {
+            const qsizetype end = pos + size;
+            const auto count = static_cast<int>(Le(header, pos + 24, 2));
+            qsizetype at = pos + 26;
+            auto utf16 = [&](qsizetype from, qsizetype bytes) {
+                QString t = QString::fromUtf16(reinterpret_cast<const char16_t*>(header.constData() + from),
+                                               bytes / 2);
+                while (t.endsWith(QChar(0)))
+                    t.chop(1);
+                return t;
+            };
+            for (int i = 0; i < count && at + 2 <= end; ++i) {
+                const auto nameLen = static_cast<qsizetype>(Le(header, at, 2));
+                if (at + 2 + nameLen + 4 > end)
+                    break;
+                const QString name = utf16(at + 2, nameLen);
+                at += 2 + nameLen;
+                const auto type = Le(header, at, 2);
+                const auto valueLen = static_cast<qsizetype>(Le(header, at + 2, 2));
+                at += 4;
+                if (at + valueLen > end)
+                    break;
+                if (type == 0)
+                    texts.emplace_back(name, utf16(at, valueLen));
+                at += valueLen;
+            }
+            break;
+        }
+        pos += size;
+    }
+    return texts;
+}
+
+// Puts the value that stood in the extended content description first in its list.
+void KeepExtendedDescriptionFirst(TagLib::ASF::Tag& tag,
+                                  const std::vector<std::pair<QString, QString>>& texts) {
+    TagLib::ASF::AttributeListMap& map = tag.attributeListMap();
+    for (const auto& [name, value] : texts) {
+        auto it = map.find(ToTL(name));
+        if (it == map.end() || it->second.size() < 2)
+            continue;
+        TagLib::ASF::AttributeList& list = it->second;
+        for (auto a = list.begin(); a != list.end(); ++a) {
+            if (a->type() != TagLib::ASF::Attribute::UnicodeType || FromTL(a->toString()) != value)
+                continue;
+            if (a != list.begin()) {
+                const TagLib::ASF::Attribute keep = *a;
+                list.erase(a);
+                list.prepend(keep);
+            }
+            break;
+        }
+    }
+}
+
+// TagLib always writes a content description object; one with nothing in it, where the
+// file had none, goes again, so that a save adds no empty title, author and the like.
+void DropEmptyContentDescription(CheckedStream& stream) {
+    const QByteArray header = AsfHeader(&stream);
+    const auto [at, size] = FindContentDescription(header);
+    if (at == 0)
+        return;
+    for (qsizetype i = at + 24 + 10; i < at + size; ++i) {
+        if (header[i] != '\0')
+            return;
+    }
+    const quint64 count = Le(header, 24, 4);
+    stream.removeBlock(static_cast<unsigned long>(at), static_cast<unsigned long>(size));
+    stream.seek(16);
+    stream.writeBlock(TagLib::ByteVector(LeBytes(header.size() - size, 8).constData(), 8));
+    stream.writeBlock(TagLib::ByteVector(LeBytes(count - 1, 4).constData(), 4));
 }
 
 } // namespace
@@ -442,17 +676,32 @@ int TagEngine::SaveWma(const QString& path) {
     const bool all = WholeSet(*d, path, TagSet::Wma);
     const EngineData& data = *d;
     const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
-        TagLib::ASF::File f(QFile::encodeName(temp).constData(), false);
-        if (!f.isValid() || !f.tag()) {
-            *error = QStringLiteral("The WMA file can't be read.");
-            return false;
+        const QByteArray native = PosixFile::Native(temp);
+        CheckedStream stream(native);
+        const QByteArray header = AsfHeader(&stream);
+        const bool hadDescription = FindContentDescription(header).first != 0;
+        stream.seek(0);
+        bool saved = false;
+        {
+            TagLib::ASF::File f(&stream, false);
+            if (!f.isValid() || !f.tag()) {
+                *error = QStringLiteral("The WMA file can't be read.");
+                return false;
+            }
+            ApplyAsf(data, *f.tag(), all);
+            KeepExtendedDescriptionFirst(*f.tag(), ExtendedDescriptionTexts(header));
+            saved = f.save();
         }
-        ApplyAsf(data, *f.tag(), all);
-        if (!f.save()) {
-            *error = QStringLiteral("The WMA tag can't be written.");
-            return false;
-        }
-        return true;
+        if (saved && !hadDescription)
+            DropEmptyContentDescription(stream);
+        return Finished(
+            stream, saved,
+            [&] {
+                TagLib::FileStream check(native.constData(), true);
+                TagLib::ASF::File f(&check, false);
+                return f.isValid();
+            },
+            error);
     });
     if (ok)
         Written(*d, t, TagSet::Wma);

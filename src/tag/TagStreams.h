@@ -5,6 +5,7 @@
 // without the ID3v2 tag in front and the APE, Lyrics3 and ID3v1 tags behind it), read
 // only. StreamFile lets the ID3v2 reader of TagLib work on any stream.
 
+#include <QByteArray>
 #include <taglib/tfile.h>
 #include <taglib/tiostream.h>
 
@@ -30,6 +31,42 @@ private:
     long long m_start;
     long long m_end;
     long long m_pos = 0;
+};
+
+// CheckedStream is the read-write stream that TagLib edits a temporary copy through:
+// straight POSIX calls, and every failed write, truncate or move is remembered (TagLib
+// itself does not look at the results). After TagLib's save, Error() tells whether each
+// byte reached the copy.
+class CheckedStream : public TagLib::IOStream {
+public:
+    explicit CheckedStream(const QByteArray& nativePath);
+    ~CheckedStream() override;
+    CheckedStream(const CheckedStream&) = delete;
+    CheckedStream& operator=(const CheckedStream&) = delete;
+
+    TagLib::FileName name() const override;
+    TagLib::ByteVector readBlock(unsigned long length) override;
+    void writeBlock(const TagLib::ByteVector& data) override;
+    void insert(const TagLib::ByteVector& data, unsigned long start = 0, unsigned long replace = 0) override;
+    void removeBlock(unsigned long start = 0, unsigned long length = 0) override;
+    bool readOnly() const override { return false; }
+    bool isOpen() const override { return m_fd >= 0; }
+    void seek(long offset, Position p = Beginning) override;
+    long tell() const override;
+    long length() override;
+    void truncate(long length) override;
+
+    int Error() const { return m_error; } // errno of the first failure, 0 when none
+    // Flushes and closes; returns Error() or the failure of the flush or close.
+    int Finish();
+
+private:
+    void Note(int err);
+    bool Move(long long from, long long to, long long count);
+    QByteArray m_path;
+    int m_fd = -1;
+    long long m_pos = 0;
+    int m_error = 0;
 };
 
 class StreamFile : public TagLib::File {

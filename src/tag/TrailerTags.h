@@ -29,8 +29,10 @@ struct ApeData {
     QString Text(const char* key) const;                 // case-insensitive key; values joined by " / "
     void SetText(const char* key, const QString& value); // empty removes
 };
-// The whole block as it lies in the file (optional header, items, footer).
-bool ParseApe(const QByteArray& block, ApeData* out);
+// The whole block as it lies in the file (optional header, items, footer). complete
+// tells whether every item that the footer announces was read and the items fill the
+// block to the byte: only then may the block be replaced without losing anything.
+bool ParseApe(const QByteArray& block, ApeData* out, bool* complete = nullptr);
 // Version 2 with header and footer; an empty tag renders to nothing.
 QByteArray RenderApe(const ApeData& tag);
 

@@ -122,24 +122,45 @@ void ReadAsf(const ASF::Tag& tag, EngineData& d) {
 }
 
 void ApplyAsf(const EngineData& d, ASF::Tag& tag, bool all) {
+    const ASF::AttributeListMap& map = tag.attributeListMap();
+    // Some tools keep artist and comment a second time as the attributes "Author" and
+    // "Description"; such a copy follows the new value, so that no reader shows the old.
+    auto followCopy = [&](const char* name, const String& value) {
+        if (map.find(name) == map.end())
+            return;
+        tag.removeItem(name);
+        if (!value.isEmpty())
+            tag.setAttribute(name, ASF::Attribute(value));
+    };
     for (const AsfMap& m : kAsf) {
         if (!all && !d.Dirty(m.field))
             continue;
         const String value = ToTL(d.F(m.field));
         if (m.attribute == nullptr) {
-            if (m.field == TagField::WmaArtist)
+            if (m.field == TagField::WmaArtist) {
                 tag.setArtist(value);
-            else if (m.field == TagField::WmaTitle)
+                followCopy("Author", value);
+            } else if (m.field == TagField::WmaTitle) {
                 tag.setTitle(value);
-            else if (m.field == TagField::WmaComment)
+                followCopy("Title", value);
+            } else if (m.field == TagField::WmaComment) {
                 tag.setComment(value);
-            else
+                followCopy("Description", value);
+            } else {
                 tag.setCopyright(value);
+                followCopy("Copyright", value);
+            }
             continue;
         }
-        tag.removeItem(m.attribute);
-        if (m.field == TagField::WmaTrack)
+        if (m.field == TagField::WmaTrack && map.find("WM/Track") != map.end()) {
+            // The old zero-based attribute stays beside the new one, with the same track.
             tag.removeItem("WM/Track");
+            bool number = false;
+            const unsigned track = d.F(m.field).trimmed().toUInt(&number);
+            if (number && track > 0)
+                tag.setAttribute("WM/Track", ASF::Attribute(track - 1));
+        }
+        tag.removeItem(m.attribute);
         if (!value.isEmpty())
             tag.setAttribute(m.attribute, ASF::Attribute(value));
     }

@@ -5,6 +5,7 @@
 #include "app/DataGridView.h"
 #include "app/DataGridWidgets.h"
 #include "core/DataGrid.h"
+#include "platform/PosixFile.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -397,6 +398,20 @@ private slots:
         QCOMPARE(g->CurRow(), 100000);
         QCOMPARE(g->SelCount(), 1);
         QVERIFY2(t.elapsed() < 5000, qPrintable(QString::number(t.elapsed())));
+    }
+
+    // A file name that is no UTF-8 is shown readably with its mark; the cell keeps the bytes.
+    void aNameThatIsNoUtf8IsShownReadably() {
+        DataGrid g;
+        g.AddColumn(QStringLiteral("Name"), QStringLiteral("Name"));
+        const QString name = PosixFile::FromNative("M\xFCller.mp3");
+        g.AddRow({name});
+        g.AddRow({QStringLiteral("Müller.mp3")});
+        DataGridView v(&g);
+        QAbstractItemModel* m = v.table()->model();
+        QCOMPARE(m->data(m->index(0, 0)).toString(), QStringLiteral("Müller.mp3 (≠UTF-8)"));
+        QCOMPARE(m->data(m->index(1, 0)).toString(), QStringLiteral("Müller.mp3"));
+        QCOMPARE(PosixFile::Native(g.CellText(1, 1)), QByteArray("M\xFCller.mp3"));
     }
 };
 

@@ -1,6 +1,7 @@
 // The translators' window: every command by its control.
 
 #include "GuiProgram.h"
+#include "app/DataGridView.h"
 #include "app/FrmCap.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -11,9 +12,11 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 #include <QtTest>
 
 class TestFrmCap : public QObject {
@@ -209,6 +212,28 @@ private slots:
         hide->setChecked(false);
         QVERIFY(CaptionTable().Column(4).visible);
         QCOMPARE(Setting(Ini::CapColumnHide, 1), QStringLiteral("0"));
+    }
+
+    // The row number is the caption row: a header click must never reorder the table.
+    void aHeaderClickNeverSorts() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        FrmCap* cap = Open(g);
+        auto* view = Find<DataGridView>(cap, "LbxCap");
+        QVERIFY(view);
+        QHeaderView* header = view->table()->horizontalHeader();
+        const QString row5 = CaptionTable().CellText(5, kLanguageGerman);
+        const QString row60 = CaptionTable().CellText(60, kLanguageGerman);
+        for (int section : {kLanguageGerman - 1, 0, kLanguageEnglish - 1}) {
+            const int x = header->sectionViewportPosition(section) + header->sectionSize(section) / 2;
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(x, header->height() / 2));
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(x, header->height() / 2));
+        }
+        QCOMPARE(CaptionTable().CellText(5, kLanguageGerman), row5);
+        QCOMPARE(CaptionTable().CellText(60, kLanguageGerman), row60);
+        for (int r = 1; r <= CaptionTable().Rows(); ++r)
+            QCOMPARE(CaptionTable().CellText(r, 1), QString::number(r));
+        QVERIFY(!CaptionTableChanged());
     }
 };
 
