@@ -213,6 +213,7 @@ void FrmInput::LanguageChanged() {
     pageData->LbxInput->SetMinWidthsFromCaptions(3);
     renamePanel->FillTextInTag();
     SetCaptions();
+    ShowTotals(); // footers and sums in the new language's numbers
     if (m_cap) {
         m_cap->SetCmbLanguages();
         m_cap->ApplySlotNames();

@@ -214,12 +214,18 @@ private slots:
         QCOMPARE(w->findChild<QLabel*>("lblTab2_HasComment")->text(), QString("Has a comment"));
         QCOMPARE(w->TabInput->tabText(0), CaptionTable().CellText(101, kLanguageEnglish));
         QCOMPARE(input.Column(InCol::FileName).caption, CaptionTable().CellText(3, kLanguageEnglish));
+        // The sums under the list are written again in the new language's numbers.
+        auto* sums = w->findChild<QLabel*>("lblTab1_TimeSizeMarkedData");
+        QVERIFY(sums);
+        QVERIFY2(sums->text().contains(QLatin1String("0.0")) && !sums->text().contains(u','),
+                 qPrintable(sums->text()));
 
         ChooseLanguage(w, kLanguageGerman);
         VisitPages(w);
         bad = Foreign(w, kLanguageGerman);
         QVERIFY2(bad.isEmpty(), qPrintable(bad.join("\n")));
         QCOMPARE(w->findChild<QLabel*>("lblTab2_HasComment")->text(), QString("Kommentar vorhanden"));
+        QVERIFY2(sums->text().contains(QLatin1String("0,0")), qPrintable(sums->text()));
         input.Clear();
     }
 
