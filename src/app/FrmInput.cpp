@@ -14,6 +14,7 @@
 #include "app/ListsPanel.h"
 #include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/PlayerPanel.h"
 #include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
@@ -26,6 +27,8 @@
 #include "list/modColumnPatterns.h"
 #include "list/modList.h"
 #include "list/modListColumns.h"
+#include "player/MediaDevice.h"
+#include "player/modPlayer.h"
 #include "tag/TagEngine.h"
 
 #include <QAbstractButton>
@@ -69,6 +72,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     marksPanel = MarksPanel::Install(pageData, listProgress);
     listsPanel = ListsPanel::Install(pageData, listProgress);
     scanPanel = ScanPanel::Install(pageData, listProgress);
+    playerPanel = PlayerPanel::Install(pageData);
     frmTag = new FrmTag;
     frmTexte = new FrmTexte;
     frmPlaylist = new FrmPlaylist;
@@ -177,6 +181,7 @@ void FrmInput::ApplySettings() {
     pageData->ApplySettings();
     scanPanel->ApplySettings();
     marksPanel->ApplySettings();
+    playerPanel->ApplySettings();
     {
         DataGrid noRefList; // LbxRef comes with the reference list; until then row 77 waits
         ApplyStartupPatterns(Settings(), Grids::LbxInput(), noRefList);
@@ -207,6 +212,10 @@ void FrmInput::LanguageChanged() {
 
 QuitSteps FrmInput::QuitStepsOfWindows() {
     QuitSteps s;
+    s.closeMedia = [this] {
+        playerPanel->Player().TimerSequenz.stop();
+        CloseMedia();
+    };
     s.unloadForms = [this] {
         pageData->SaveColumnWidths();
         m_unloading = true;

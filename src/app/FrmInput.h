@@ -20,6 +20,7 @@ class InputDataPage;
 class ListProgressBar;
 class ListsPanel;
 class MarksPanel;
+class PlayerPanel;
 class Prompt;
 class QTabWidget;
 class ScanPanel;
@@ -53,6 +54,7 @@ public:
     FindFilterPanel* findFilterPanel; // TabInput1_Sub1: find and filter
     MarksPanel* marksPanel;           // TabInput1_Sub2: marks
     ListsPanel* listsPanel;           // TabInput1_Sub2: lists
+    PlayerPanel* playerPanel;         // TabInput1_Sub2: the player
     FrmTag* frmTag;
     FrmTexte* frmTexte;
     FrmPlaylist* frmPlaylist;
