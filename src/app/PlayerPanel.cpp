@@ -2,6 +2,7 @@
 
 #include "app/DataGridView.h"
 #include "app/InputDataPage.h"
+#include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
 #include "core/AppPaths.h"
 #include "core/AppState.h"
@@ -283,6 +284,20 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
             Media().SetVolume(value);
     });
     SetVolumeImage(true);
+
+    // The sign buttons of the marks tab: during a run one press marks the song and moves
+    // on to the next (the marks tab has set the mark by then).
+    for (int i = 0; i < 10; ++i) {
+        auto* sign = page->findChild<SignButton*>(QStringLiteral("btnTab1_Sign(%1)").arg(i));
+        auto* previous = page->findChild<QCheckBox*>(QStringLiteral("chbTab1_SignPreviousRow"));
+        if (!sign)
+            continue;
+        connect(sign, &QPushButton::clicked, this, [this, sign, previous] {
+            if (chbTab1_AutoPlay->isChecked() && !sign->Sign().isEmpty() &&
+                !(previous && previous->isChecked()) && Grids::LbxInput().Rows() > 0)
+                m_player->NextAfterMark();
+        });
+    }
 }
 
 void PlayerPanel::ApplySettings() {

@@ -425,13 +425,16 @@ bool modPlayer::Sign(const QString& text, bool previousRow) {
     if (!previousRow) {
         if (row >= 1)
             m_grid.SetCellText(row, InCol::FTag, text);
-        if (Opt().autoPlay) {
-            PlayerAutoSkip = true;
-            Next();
-            PlayerAutoSkip = false;
-        }
+        if (Opt().autoPlay)
+            NextAfterMark();
     } else if (row > 1) {
         m_grid.SetCellText(row - 1, InCol::FTag, text);
     }
     return true;
+}
+
+void modPlayer::NextAfterMark() {
+    PlayerAutoSkip = true;
+    Next();
+    PlayerAutoSkip = false;
 }

@@ -85,6 +85,9 @@ public:
     // A mark button while playing: the text goes to the current row (or the row above),
     // and with AutoPlay the next song starts. False when nothing was set.
     bool Sign(const QString& text, bool previousRow);
+    // After a mark button has marked the current row during a run: on to the next song,
+    // without the auto-mark.
+    void NextAfterMark();
 
     bool IsOpen() const;
     bool IsPaused() const { return MMCTag == u"pause"; }
