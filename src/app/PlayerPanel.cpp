@@ -66,7 +66,7 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(6, 6, 6, 6);
     grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(4);
+    grid->setVerticalSpacing(2);
 
     // Row 0: the button bar, the lamps, the song and the time line.
     MMC = new QWidget(this);
@@ -99,30 +99,31 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
     top->addWidget(lblTab1_ColorPause);
     top->addSpacing(6);
     top->addWidget(lblTab1_ActSong, 1);
-    top->addWidget(lblTab1_WinampTime);
-    grid->addLayout(top, 0, 0, 1, 4);
+    grid->addLayout(top, 0, 0);
 
-    // Row 1: position, volume and the mute image.
+    // Row 1: the time line, position, volume and the mute image.
     sliderTab1_sldLength = new QSlider(Qt::Horizontal, this);
     sliderTab1_sldLength->setObjectName(QStringLiteral("sliderTab1_sldLength"));
     sliderTab1_sldLength->setRange(0, 1);
     sliderTab1_sldLength->setTickPosition(QSlider::TicksBelow);
     sliderTab1_sldLength->setTickInterval(10);
+    sliderTab1_sldLength->setMinimumWidth(120);
     sliderTab1_WinampVolume = new QSlider(Qt::Horizontal, this);
     sliderTab1_WinampVolume->setObjectName(QStringLiteral("sliderTab1_WinampVolume"));
     sliderTab1_WinampVolume->setRange(0, 100);
-    sliderTab1_WinampVolume->setMaximumWidth(110);
+    sliderTab1_WinampVolume->setFixedWidth(80);
     imgTab1_WinampVolume = new QToolButton(this);
     imgTab1_WinampVolume->setObjectName(QStringLiteral("imgTab1_WinampVolume"));
     imgTab1_WinampVolume->setAutoRaise(true);
     auto* sliders = new QHBoxLayout;
+    sliders->addWidget(lblTab1_WinampTime);
     sliders->addWidget(sliderTab1_sldLength, 1);
-    sliders->addSpacing(10);
+    sliders->addSpacing(6);
     sliders->addWidget(imgTab1_WinampVolume);
     sliders->addWidget(sliderTab1_WinampVolume);
-    grid->addLayout(sliders, 1, 0, 1, 4);
+    grid->addLayout(sliders, 1, 0);
 
-    // Row 2: the switches of a run and the skip buttons.
+    // Rows 2 and 3: the switches of a run, the mark of moving on and the skip buttons.
     chbTab1_PlayWithChange = new QCheckBox(this);
     chbTab1_PlayWithChange->setObjectName(QStringLiteral("chbTab1_PlayWithChange"));
     chbTab1_AutoPlay = new QCheckBox(this);
@@ -131,7 +132,7 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
     chbTab1_WinampAutoSign->setObjectName(QStringLiteral("chbTab1_WinampAutoSign"));
     txtTab1_FTag4 = new QLineEdit(this);
     txtTab1_FTag4->setObjectName(QStringLiteral("txtTab1_FTag4"));
-    txtTab1_FTag4->setMaximumWidth(90);
+    txtTab1_FTag4->setMaximumWidth(80);
     btnTab1_SkipMinus = new QPushButton(this);
     btnTab1_SkipMinus->setObjectName(QStringLiteral("btnTab1_SkipMinus"));
     btnTab1_SkipPlus = new QPushButton(this);
@@ -145,16 +146,22 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
     auto* run = new QHBoxLayout;
     run->addWidget(chbTab1_PlayWithChange);
     run->addWidget(chbTab1_AutoPlay);
-    run->addWidget(chbTab1_WinampAutoSign);
-    run->addWidget(txtTab1_FTag4);
     run->addStretch(1);
-    run->addWidget(btnTab1_SkipMinus);
-    run->addWidget(lblTab1_Skip);
-    run->addWidget(txtTab1_SkipSec);
-    run->addWidget(btnTab1_SkipPlus);
-    grid->addLayout(run, 2, 0, 1, 4);
+    grid->addLayout(run, 2, 0);
+    auto* mark = new QHBoxLayout;
+    mark->addWidget(chbTab1_WinampAutoSign);
+    mark->addWidget(txtTab1_FTag4);
+    mark->addStretch(1);
+    grid->addLayout(mark, 3, 0);
+    auto* skip = new QHBoxLayout;
+    skip->addWidget(btnTab1_SkipMinus);
+    skip->addWidget(lblTab1_Skip);
+    skip->addWidget(txtTab1_SkipSec);
+    skip->addWidget(btnTab1_SkipPlus);
+    skip->addStretch(1);
+    grid->addLayout(skip, 4, 0);
 
-    // Row 3: the pieces.
+    // Rows 5 and 6: the pieces.
     chbTab1_UseSequenztime = new QCheckBox(this);
     chbTab1_UseSequenztime->setObjectName(QStringLiteral("chbTab1_UseSequenztime"));
     lblTab1_Times = new QLabel(this);
@@ -166,24 +173,29 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
         txtTab1_Sequenztime[i] = new QLineEdit(this);
         txtTab1_Sequenztime[i]->setObjectName(QStringLiteral("txtTab1_Sequenztime(%1)").arg(i));
         txtTab1_Sequenztime[i]->setValidator(new QIntValidator(0, 9999, txtTab1_Sequenztime[i]));
-        txtTab1_Sequenztime[i]->setMaximumWidth(44);
+        txtTab1_Sequenztime[i]->setMaximumWidth(40);
         seq->addWidget(txtTab1_Sequenztime[i]);
     }
+    seq->addStretch(1);
+    grid->addLayout(seq, 5, 0);
+    auto* pieces = new QHBoxLayout;
     btnTab1_GoFwd = new QPushButton(this);
     btnTab1_GoFwd->setObjectName(QStringLiteral("btnTab1_GoFwd"));
-    seq->addWidget(btnTab1_GoFwd);
+    pieces->addWidget(btnTab1_GoFwd);
     for (int i = 0; i < 3; ++i) {
         lblTab1_Seq[i] = new QLabel(this);
         lblTab1_Seq[i]->setObjectName(QStringLiteral("lblTab1_Seq(%1)").arg(i));
         lblTab1_Seq[i]->setAlignment(Qt::AlignCenter);
-        lblTab1_Seq[i]->setMargin(2);
+        lblTab1_Seq[i]->setMargin(1);
+        lblTab1_Seq[i]->setMinimumWidth(56);
+        lblTab1_Seq[i]->setFrameShape(QFrame::StyledPanel);
         lblTab1_Seq[i]->setAutoFillBackground(true);
         lblTab1_Seq[i]->setProperty("lit", false);
-        seq->addWidget(lblTab1_Seq[i]);
+        pieces->addWidget(lblTab1_Seq[i]);
     }
-    seq->addStretch(1);
-    grid->addLayout(seq, 3, 0, 1, 4);
-    grid->setRowStretch(4, 1);
+    pieces->addStretch(1);
+    grid->addLayout(pieces, 6, 0);
+    grid->setRowStretch(7, 1);
 
     SetLamp(lblTab1_ColorPlay, false, kPlayColour);
     SetLamp(lblTab1_ColorPause, false, kPauseColour);
