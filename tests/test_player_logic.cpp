@@ -8,6 +8,7 @@
 #include "list/modListColumns.h"
 #include "player/FakeMediaDevice.h"
 #include "player/modPlayer.h"
+#include "player/modRandomSample.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -441,6 +442,50 @@ private slots:
         QVERIFY(m_player->Sign(QStringLiteral("late"), true));
         QCOMPARE(FTag(1), QStringLiteral("late"));
         QCOMPARE(m_grid->CurRow(), 2);
+    }
+
+    void randomSampleOnEmptyListTells() {
+        QCOMPARE(MarkRandomSample(*m_grid, m_prompt, 7), -1);
+        QCOMPARE(m_prompt.Count(QStringLiteral("tell")), 1);
+        QCOMPARE(m_prompt.Count(QStringLiteral("input")), 0);
+    }
+
+    void randomSampleEndsOnNoNumber() {
+        for (int i = 1; i <= 4; ++i)
+            AddSong(QStringLiteral("s%1.wav").arg(i), -1);
+        m_grid->SetCellText(2, InCol::FTag, QStringLiteral("old"));
+        for (const char* answer : {"abc", "0", ""}) {
+            m_prompt.inputs.push_back(QString::fromLatin1(answer));
+            QCOMPARE(MarkRandomSample(*m_grid, m_prompt, 7), -1);
+        }
+        m_prompt.inputs.push_back(std::nullopt); // Cancel
+        QCOMPARE(MarkRandomSample(*m_grid, m_prompt, 7), -1);
+        QCOMPARE(FTag(2), QStringLiteral("old"));
+    }
+
+    void randomSampleMarksTheCountAndSortsByNumber() {
+        for (int i = 1; i <= 10; ++i) {
+            AddSong(QStringLiteral("s%1.wav").arg(i), -1);
+            m_grid->SetCellText(i, InCol::No, QString::number(11 - i)); // numbers backwards
+            m_grid->SetCellText(i, InCol::FTag, QStringLiteral("old"));
+        }
+        m_prompt.inputs.push_back(QStringLiteral(" 3 "));
+        QCOMPARE(MarkRandomSample(*m_grid, m_prompt, 7), 3);
+        int marked = 0;
+        for (int r = 1; r <= 10; ++r) {
+            QVERIFY(FTag(r).isEmpty() || FTag(r) == QStringLiteral("_#-->"));
+            marked += !FTag(r).isEmpty();
+            QCOMPARE(m_grid->CellText(r, InCol::No), QString::number(r));
+        }
+        QCOMPARE(marked, 3);
+        QCOMPARE(m_grid->SelCount(), 10);
+        QCOMPARE(m_grid->CurRow(), 1);
+        QVERIFY(!m_grid->IsLocked());
+        // A count above the rows marks them all.
+        m_prompt.inputs.push_back(QStringLiteral("50"));
+        QCOMPARE(MarkRandomSample(*m_grid, m_prompt, 9), 10);
+        for (int r = 1; r <= 10; ++r)
+            QCOMPARE(FTag(r), QStringLiteral("_#-->"));
     }
 };
 

@@ -13,6 +13,7 @@
 #include "core/Settings.h"
 #include "player/MediaDevice.h"
 #include "player/modPlayer.h"
+#include "player/modRandomSample.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -194,6 +195,9 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
         pieces->addWidget(lblTab1_Seq[i]);
     }
     pieces->addStretch(1);
+    btnTab1_Random = new QPushButton(this);
+    btnTab1_Random->setObjectName(QStringLiteral("btnTab1_Random"));
+    pieces->addWidget(btnTab1_Random);
     grid->addLayout(pieces, 6, 0);
     grid->setRowStretch(7, 1);
 
@@ -262,6 +266,10 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
     connect(btnTab1_SkipMinus, &QPushButton::clicked, m_player, &modPlayer::SkipMinus);
     connect(btnTab1_SkipPlus, &QPushButton::clicked, m_player, &modPlayer::SkipPlus);
     connect(btnTab1_GoFwd, &QPushButton::clicked, m_player, &modPlayer::GoFwd);
+    connect(btnTab1_Random, &QPushButton::clicked, this, [this] {
+        MarkRandomSample(Grids::LbxInput(), AppPrompt());
+        FocusList();
+    });
     connect(txtTab1_SkipSec, &QLineEdit::textChanged, this, [](const QString& t) {
         if (!State().SuppressEvents)
             SetSetting(Ini::SkipSec, Ini::Col1, t);

@@ -49,6 +49,7 @@ public:
     QLineEdit* txtTab1_Sequenztime[3];
     QPushButton* btnTab1_GoFwd;
     QLabel* lblTab1_Seq[3];
+    QPushButton* btnTab1_Random;
 
 private:
     void SetLamp(QLabel* lamp, bool on, const QColor& colour);

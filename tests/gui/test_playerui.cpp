@@ -204,6 +204,18 @@ private slots:
         QVERIFY(!Grids::LbxInput().IsLocked());
     }
 
+    void randomButtonMarksASample() {
+        for (int i = 1; i <= 6; ++i)
+            AddSong(QStringLiteral("r%1.wav").arg(i), -1);
+        m_prg->prompt.inputs.push_back(QStringLiteral("2"));
+        Click("btnTab1_Random");
+        QCOMPARE(m_prg->prompt.Count(QStringLiteral("input")), 1);
+        int marked = 0;
+        for (int r = 1; r <= 6; ++r)
+            marked += Grids::LbxInput().CellText(r, InCol::FTag) == u"_#-->";
+        QCOMPARE(marked, 2);
+    }
+
     void closingTheProgramClosesTheDevice() {
         AddSong(QStringLiteral("a.wav"), 2);
         Grids::LbxInput().SetCurRow(1);
