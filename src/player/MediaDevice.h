@@ -23,6 +23,8 @@ public:
     virtual void Resume() = 0;
     virtual qint32 Position() const = 0; // 0 when nothing is open
     virtual bool IsOpen() const = 0;
+    // True when the open song has played to its end (or its stream broke off).
+    virtual bool AtEnd() const { return false; }
     // The device's own volume, 0 to 100.
     virtual void SetVolume(int percent) = 0;
     virtual int Volume() const = 0;

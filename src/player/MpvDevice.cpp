@@ -85,9 +85,11 @@ void MpvDevice::DrainEvents() {
         }
         case MPV_EVENT_PROPERTY_CHANGE: {
             const auto* p = static_cast<mpv_event_property*>(ev->data);
-            if (p && qstrcmp(p->name, "eof-reached") == 0 && p->format == MPV_FORMAT_FLAG &&
-                *static_cast<int*>(p->data) && m_open)
-                emit endReached();
+            if (p && qstrcmp(p->name, "eof-reached") == 0 && p->format == MPV_FORMAT_FLAG) {
+                m_atEnd = *static_cast<int*>(p->data) != 0;
+                if (m_atEnd && m_open)
+                    emit endReached();
+            }
             break;
         }
         default:
@@ -101,6 +103,7 @@ bool MpvDevice::Open(const QString& path) {
     if (!m_mpv || path.isEmpty() || !QFileInfo(path).isFile())
         return false;
     DrainEvents(); // what the last song left behind
+    m_atEnd = false;
     SetPause(true);
     m_openState = 0;
     // mpv takes the path's bytes as they are: blanks, any script, bytes that are no UTF-8.
@@ -138,6 +141,7 @@ void MpvDevice::PlayFrom(qint32 ms) {
     const QByteArray secs = QByteArray::number(double(std::max(0, ms)) / 1000.0, 'f', 3);
     const char* cmd[] = {"seek", secs.constData(), "absolute+exact", nullptr};
     mpv_command(m_mpv, cmd);
+    m_atEnd = false; // mpv tells anew when the end is reached again
     SetPause(false);
 }
 

@@ -21,6 +21,7 @@ public:
     void Resume() override;
     qint32 Position() const override;
     bool IsOpen() const override { return m_open; }
+    bool AtEnd() const override { return m_open && m_atEnd; }
     void SetVolume(int percent) override;
     int Volume() const override;
     bool HasAudioOutput() const override { return m_hasAudio; }
@@ -35,6 +36,7 @@ private:
 
     mpv_handle* m_mpv = nullptr;
     bool m_open = false;
+    bool m_atEnd = false;
     bool m_hasAudio = true;
     bool m_missingTold = false;
     // Outcome of the open in progress: 0 waiting, 1 loaded, -1 failed.

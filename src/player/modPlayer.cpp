@@ -395,9 +395,10 @@ void modPlayer::Tick() {
         if (pos < SequenceStart && s >= 1)
             ShowPiece(0);
     }
-    // 6. The end test, half a second early.
+    // 6. The end test, half a second early. A song the device gave up on (a stream that
+    // breaks off) ends as well.
     pos = MediaPosition();
-    if (pos + kEndLeadMs >= MediaLengthMs) {
+    if (pos + kEndLeadMs >= MediaLengthMs || !IsOpen() || Media().AtEnd()) {
         if (o.autoPlay) {
             if (view.sliderValue)
                 view.sliderValue(0);
