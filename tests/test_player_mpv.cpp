@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -104,6 +105,20 @@ private slots:
         QFETCH(QString, file);
         QVERIFY(m_dev->Open(FixtureDir() + QLatin1Char('/') + file));
         QVERIFY(!m_dev->StreamType().isEmpty());
+    }
+
+    void withoutSoundTheSongRunsAndTheDeviceSaysSoOnce() {
+        // OSS does not exist on this system: the list falls through to the null output.
+        MpvDevice dev(QStringLiteral("oss,null"));
+        QSignalSpy missing(&dev, &MediaDevice::audioOutputMissing);
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(dev.Open(m_dir.filePath(QStringLiteral("three.wav"))));
+            dev.PlayFrom(0);
+            QTRY_VERIFY_WITH_TIMEOUT(dev.Position() > 100, 3000);
+        }
+        QCOMPARE(missing.count(), 1);
+        QVERIFY(!dev.HasAudioOutput());
+        QVERIFY(m_dev->HasAudioOutput()); // "null" alone was asked for: no news
     }
 
     void volumeIsTheDevicesOwn() {

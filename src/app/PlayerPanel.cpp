@@ -304,6 +304,9 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
             Media().SetVolume(value);
     });
     SetVolumeImage(true);
+    // Without any sound output the songs run silently; the user hears about it once.
+    connect(&Media(), &MediaDevice::audioOutputMissing, this,
+            [] { AppPrompt().Tell(Caption(CapNoAudioOutput), Prompt::Icon::Warning); });
 
     // The sign buttons of the marks tab: during a run one press marks the song and moves
     // on to the next (the marks tab has set the mark by then).

@@ -13,6 +13,7 @@
 namespace {
 // How long an open may take before the song counts as unplayable.
 constexpr int kOpenTimeoutMs = 5000;
+constexpr const char* kDesktopOutputs = "pipewire,pulse,alsa,jack,null";
 
 void SetOption(mpv_handle* h, const char* name, const char* value) {
     mpv_set_option_string(h, name, value);
@@ -37,14 +38,17 @@ MpvDevice::MpvDevice(const QString& ao, QObject* parent) : MediaDevice(parent) {
     SetOption(m_mpv, "load-scripts", "no");
     SetOption(m_mpv, "ytdl", "no");
     SetOption(m_mpv, "pause", "yes");
-    if (!ao.isEmpty())
-        SetOption(m_mpv, "ao", ao.toUtf8().constData());
+    // The desktop's sound server or ALSA; without any of them the null output, so that
+    // songs still run (silently) and the player can say once that there is no sound.
+    m_silentOnly = ao == u"null";
+    SetOption(m_mpv, "ao", ao.isEmpty() ? kDesktopOutputs : ao.toUtf8().constData());
     if (mpv_initialize(m_mpv) < 0) {
         mpv_terminate_destroy(m_mpv);
         m_mpv = nullptr;
         return;
     }
     mpv_observe_property(m_mpv, 1, "eof-reached", MPV_FORMAT_FLAG);
+    mpv_observe_property(m_mpv, 2, "current-ao", MPV_FORMAT_STRING);
     mpv_set_wakeup_callback(m_mpv, &MpvDevice::Wakeup, this);
 }
 
@@ -89,6 +93,15 @@ void MpvDevice::DrainEvents() {
                 m_atEnd = *static_cast<int*>(p->data) != 0;
                 if (m_atEnd && m_open)
                     emit endReached();
+            } else if (p && qstrcmp(p->name, "current-ao") == 0 && p->format == MPV_FORMAT_STRING) {
+                const char* name = *static_cast<char**>(p->data);
+                if (name && qstrcmp(name, "null") == 0 && !m_silentOnly) {
+                    m_hasAudio = false;
+                    if (!m_missingTold) {
+                        m_missingTold = true;
+                        emit audioOutputMissing();
+                    }
+                }
             }
             break;
         }

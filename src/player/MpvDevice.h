@@ -10,7 +10,8 @@ struct mpv_handle;
 class MpvDevice : public MediaDevice {
     Q_OBJECT
 public:
-    // ao: mpv's audio output ("null" for tests); empty for the desktop's.
+    // ao: mpv's audio outputs, a list tried in order ("null" for tests); empty for the
+    // desktop's. When only "null" of a longer list works, audioOutputMissing() comes once.
     explicit MpvDevice(const QString& ao = QString(), QObject* parent = nullptr);
     ~MpvDevice() override;
 
@@ -39,6 +40,7 @@ private:
     bool m_atEnd = false;
     bool m_hasAudio = true;
     bool m_missingTold = false;
+    bool m_silentOnly = false; // "null" was asked for: no sound is no news
     // Outcome of the open in progress: 0 waiting, 1 loaded, -1 failed.
     int m_openState = 0;
 };
