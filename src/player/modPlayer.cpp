@@ -67,7 +67,10 @@ PlayerOptions modPlayer::Opt() const {
 // ---- device operations -------------------------------------------------------------------
 
 bool modPlayer::MediaOpen(const QString& path) {
+    // The event queue runs while the device opens: ticks and buttons wait for the result.
+    m_opening = true;
     PlayerOpenFailed = !Media().Open(path);
+    m_opening = false;
     return !PlayerOpenFailed;
 }
 
@@ -144,7 +147,7 @@ void modPlayer::AutoMark() {
 }
 
 void modPlayer::Prev() {
-    if (!ListNotEmpty(m_grid, m_prompt))
+    if (m_opening || !ListNotEmpty(m_grid, m_prompt))
         return;
     AutoMark();
     const int row = m_grid.CurRow();
@@ -154,7 +157,7 @@ void modPlayer::Prev() {
 }
 
 void modPlayer::Next() {
-    if (!ListNotEmpty(m_grid, m_prompt))
+    if (m_opening || !ListNotEmpty(m_grid, m_prompt))
         return;
     AutoMark();
     const int row = m_grid.CurRow();
@@ -176,7 +179,7 @@ void modPlayer::Next() {
 }
 
 void modPlayer::Play() {
-    if (!ListNotEmpty(m_grid, m_prompt))
+    if (m_opening || !ListNotEmpty(m_grid, m_prompt))
         return;
     MediaClose();
     TimerSequenz.start(kTickMs);
@@ -260,6 +263,8 @@ void modPlayer::Pause() {
 }
 
 void modPlayer::Stop() {
+    if (m_opening)
+        return;
     TimerSequenz.stop();
     MediaClose();
     ResetDisplay();
@@ -360,6 +365,8 @@ void modPlayer::GoFwd() {
 }
 
 void modPlayer::Tick() {
+    if (m_opening)
+        return;
     const PlayerOptions o = Opt();
     // 1. During a run the current row's highlight shows once a tick.
     if (o.autoPlay) {

@@ -117,4 +117,5 @@ private:
 
     DataGrid& m_grid;
     Prompt& m_prompt;
+    bool m_opening = false; // MediaOpen is waiting for the device
 };
