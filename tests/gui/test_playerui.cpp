@@ -216,6 +216,28 @@ private slots:
         QCOMPARE(marked, 2);
     }
 
+    void piecesOfATwentySecondSongInRealTime() {
+        AddSong(QStringLiteral("twenty.wav"), 20);
+        Grids::LbxInput().SetCurRow(1);
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_UseSequenztime"), Qt::LeftButton);
+        for (int i = 0; i < 3; ++i) {
+            auto* box =
+                Find<QLineEdit>(QStringLiteral("txtTab1_Sequenztime(%1)").arg(i).toLatin1().constData());
+            box->clear();
+            QTest::keyClicks(box, QStringLiteral("1"));
+        }
+        Click("MMC_Play");
+        QVERIFY(Media().IsOpen());
+        // Start piece 0-1 s, middle piece 9.5-10.5 s, end piece from 19 s.
+        QTRY_VERIFY_WITH_TIMEOUT(Lit("lblTab1_Seq(1)"), 3500);
+        QVERIFY(Media().Position() >= 9000);
+        QTRY_VERIFY_WITH_TIMEOUT(Lit("lblTab1_Seq(2)"), 3500);
+        QVERIFY(Media().Position() >= 18500);
+        QVERIFY(!Lit("lblTab1_Seq(1)"));
+        QTRY_VERIFY_WITH_TIMEOUT(!Media().IsOpen(), 3500); // the end, without AutoPlay: closed
+        QCOMPARE(Find<QLabel>("lblTab1_WinampTime")->text(), QStringLiteral("00:00 / 00:00 / 00:00"));
+    }
+
     void closingTheProgramClosesTheDevice() {
         AddSong(QStringLiteral("a.wav"), 2);
         Grids::LbxInput().SetCurRow(1);
