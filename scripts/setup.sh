@@ -4,7 +4,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config clang-format
   qt6-base-dev qt6-base-dev-tools libgl-dev qt6-translations-l10n
-  libtag1-dev
+  libtag1-dev libmpv-dev
   python3 python3-mutagen python3-xlrd python3-olefile
   xvfb xauth fonts-dejavu-core
   dosfstools

@@ -15,6 +15,7 @@
 #include "app/ListsPanel.h"
 #include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/PlayerPanel.h"
 #include "app/RenamePanel.h"
 #include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
@@ -30,6 +31,8 @@
 #include "list/modList.h"
 #include "list/modListColumns.h"
 #include "picture/modLinkList.h"
+#include "player/MediaDevice.h"
+#include "player/modPlayer.h"
 #include "tag/TagEngine.h"
 
 #include <QAbstractButton>
@@ -75,6 +78,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     renamePanel = RenamePanel::Install(pageData, listProgress);
     filesPanel = FilesPanel::Install(pageData, listProgress, renamePanel);
     scanPanel = ScanPanel::Install(pageData, listProgress);
+    playerPanel = PlayerPanel::Install(pageData);
     frmTag = new FrmTag;
     renamePanel->tagSetOfTagWindow = [this] { return int(frmTag->ChosenSet()); };
     frmTexte = new FrmTexte;
@@ -190,6 +194,7 @@ void FrmInput::ApplySettings() {
     scanPanel->ApplySettings();
     marksPanel->ApplySettings();
     renamePanel->ApplySettings();
+    playerPanel->ApplySettings();
     {
         DataGrid noRefList; // LbxRef comes with the reference list; until then row 77 waits
         ApplyStartupPatterns(Settings(), Grids::LbxInput(), noRefList);
@@ -224,6 +229,10 @@ QuitSteps FrmInput::QuitStepsOfWindows() {
     QuitSteps s;
     // Closing step 8: with chbPref_PurgeLinklist the links of vanished songs go.
     s.purgeLinkList = [] { PurgeLinkList(Grids::LbxPic_LinkToPic()); };
+    s.closeMedia = [this] {
+        playerPanel->Player().TimerSequenz.stop();
+        CloseMedia();
+    };
     s.unloadForms = [this] {
         pageData->SaveColumnWidths();
         m_unloading = true;

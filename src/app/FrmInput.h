@@ -21,6 +21,7 @@ class InputDataPage;
 class ListProgressBar;
 class ListsPanel;
 class MarksPanel;
+class PlayerPanel;
 class Prompt;
 class QTabWidget;
 class RenamePanel;
@@ -57,6 +58,7 @@ public:
     ListsPanel* listsPanel;           // TabInput1_Sub2: lists
     FilesPanel* filesPanel;           // TabInput1_Sub2: copy, move, replace, delete
     RenamePanel* renamePanel;         // TabInput1_Sub2: rename commands and undo
+    PlayerPanel* playerPanel;         // TabInput1_Sub2: the player
     FrmTag* frmTag;
     FrmTexte* frmTexte;
     FrmPlaylist* frmPlaylist;

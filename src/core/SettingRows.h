@@ -52,11 +52,15 @@ constexpr int PlaylistWithSubFolders = 62;
 constexpr int PlaylistFolderPreset = 63;
 constexpr int PlaylistFormat = 64; // 0 M3U, 1 M3U+PLS, 2 PLS
 constexpr int TextPaneState = 65;
+// the player: chbTab1_PlayWithChange, txtTab1_Sequenztime(0..2)
+constexpr int PlayWithChange = 66;
+constexpr int SequenceTimeFirst = 67, SequenceTimeLast = 69;
 constexpr int ShowColumnRefPattern = 77; // FrmShowColumnRef
 constexpr int RefListOption = 78;
 constexpr int ScrollWindowOption = 79;
 constexpr int ConfirmLinkDelete = 83; // chbPref_ConfirmLinkDelete
 constexpr int PlaylistOption = 84;
+constexpr int SkipSec = 84; // txtTab1_SkipSec (column 1; column 2 holds a playlist folder)
 constexpr int SongtextCloseWhenFinished = 85;
 constexpr int STextOption = 86;
 constexpr int STextSubfolderSong = 88, STextSubfolderTxtLrc = 89;

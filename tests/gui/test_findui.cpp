@@ -199,7 +199,9 @@ private slots:
         QCOMPARE(sub2->tabText(sub2->indexOf(rename)), Caption(119));
         QVERIFY(InputDataPage::SelectSubTab(sub2, 3));
         QCOMPARE(sub2->currentWidget()->objectName(), QStringLiteral("pagTab1_Marks"));
-        QVERIFY(!InputDataPage::SelectSubTab(sub2, 4));
+        QVERIFY(InputDataPage::SelectSubTab(sub2, 4));
+        QCOMPARE(sub2->currentWidget()->objectName(), QStringLiteral("pagTab1_Player"));
+        QCOMPARE(sub2->tabText(TabPositionOf(sub2, 4)), Caption(121));
     }
 
 private:
