@@ -5,7 +5,7 @@
 //   bench_player [seconds of playing for the CPU figure, default 3]
 
 #include "bench_clock.h"
-#include "player/MpvDevice.h"
+#include "platform/mpv/MpvDevice.h"
 
 #include <QCoreApplication>
 #include <QDir>

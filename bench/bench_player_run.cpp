@@ -7,6 +7,7 @@
 #include "core/Prompt.h"
 #include "list/InputColumns.h"
 #include "list/modListColumns.h"
+#include "platform/mpv/MpvDevice.h"
 #include "player/MediaDevice.h"
 #include "player/modPlayer.h"
 
@@ -50,6 +51,7 @@ bool WriteWav(const QString& path, int ms) {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const int rows = argc > 1 ? std::max(1, atoi(argv[1])) : 30;
+    UseMpvMedia();
     SetDefaultAudioOutput(QStringLiteral("null"));
     QTemporaryDir dir;
     DataGrid grid;

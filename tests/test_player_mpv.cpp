@@ -3,7 +3,7 @@
 
 #include "TestPaths.h"
 #include "WavUtil.h"
-#include "player/MpvDevice.h"
+#include "platform/mpv/MpvDevice.h"
 
 #include <QDir>
 #include <QElapsedTimer>

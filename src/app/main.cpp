@@ -3,6 +3,7 @@
 #include "app/MessageBoxPrompt.h"
 #include "app/UiCaptions.h"
 #include "platform/SafeFile.h"
+#include "platform/mpv/MpvDevice.h"
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -15,6 +16,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Quillotune"));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     LoadUiCaptionTables();
+    UseMpvMedia(); // the player plays through libmpv
 
     // The main window is built hidden; it appears only when the start-up gets through
     // its file checks.

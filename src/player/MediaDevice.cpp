@@ -1,20 +1,41 @@
 #include "player/MediaDevice.h"
 
-#include "player/MpvDevice.h"
-
-#include <memory>
-
 namespace {
+
+// The device of a program without a sound library: it opens nothing.
+class NoMediaDevice : public MediaDevice {
+public:
+    bool Open(const QString&) override { return false; }
+    void PlayFrom(qint32) override {}
+    void Close() override {}
+    void Pause() override {}
+    void Resume() override {}
+    qint32 Position() const override { return 0; }
+    bool IsOpen() const override { return false; }
+    void SetVolume(int percent) override { m_volume = percent; }
+    int Volume() const override { return m_volume; }
+    bool HasAudioOutput() const override { return false; }
+
+private:
+    int m_volume = 100;
+};
+
+MediaFactory g_factory;
 std::unique_ptr<MediaDevice> g_default;
 MediaDevice* g_override = nullptr;
 QString g_ao;
+
 } // namespace
+
+void SetMediaFactory(MediaFactory factory) {
+    g_factory = std::move(factory);
+}
 
 MediaDevice& Media() {
     if (g_override)
         return *g_override;
     if (!g_default)
-        g_default = std::make_unique<MpvDevice>(g_ao);
+        g_default = g_factory ? g_factory(g_ao) : std::make_unique<NoMediaDevice>();
     return *g_default;
 }
 

@@ -8,6 +8,8 @@
 
 #include <QObject>
 #include <QString>
+#include <functional>
+#include <memory>
 
 class MediaDevice : public QObject {
     Q_OBJECT
@@ -40,7 +42,13 @@ signals:
     void audioOutputMissing();
 };
 
-// The shared device; created at first use (libmpv unless a test set another).
+// Makes the program's device for an audio output list (see SetDefaultAudioOutput). The
+// window program installs the libmpv device (platform/mpv); without a factory the shared
+// device opens nothing, so the logic runs and is tested without a sound library.
+using MediaFactory = std::function<std::unique_ptr<MediaDevice>(const QString& ao)>;
+void SetMediaFactory(MediaFactory factory);
+
+// The shared device; created at first use by the factory (unless a test set another).
 MediaDevice& Media();
 // For tests: the device that Media() gives from now on (nullptr: back to the default).
 void SetMedia(MediaDevice* device);

@@ -258,11 +258,14 @@ private slots:
         QVERIFY(title.isEmpty());
     }
 
-    // The random choice comes with the player; until then there is no button for it.
-    void noDeadRandomButton() {
+    // The random choice lives on the player's tab and is labelled in the language.
+    void randomButtonOnThePlayerTab() {
         GuiProgram g;
         QVERIFY(g.Start());
-        QVERIFY(!g.window->findChild<QWidget*>("btnTab1_Random"));
+        auto* random = g.window->findChild<QPushButton*>("btnTab1_Random");
+        QVERIFY(random);
+        QVERIFY(!random->text().isEmpty());
+        QVERIFY(g.window->findChild<QWidget*>("pagTab1_Player")->isAncestorOf(random));
     }
 
 private:

@@ -10,6 +10,7 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "list/InputColumns.h"
+#include "platform/mpv/MpvDevice.h"
 #include "player/MediaDevice.h"
 #include "player/modPlayer.h"
 
@@ -56,7 +57,10 @@ class TestPlayerUi : public QObject {
     }
 
 private slots:
-    void initTestCase() { SetDefaultAudioOutput(QStringLiteral("null")); }
+    void initTestCase() {
+        UseMpvMedia();
+        SetDefaultAudioOutput(QStringLiteral("null"));
+    }
 
     void init() {
         m_prg = std::make_unique<GuiProgram>();

@@ -1,8 +1,8 @@
-#include "player/MpvDevice.h"
+#include "platform/mpv/MpvDevice.h"
+
+#include "platform/PosixFile.h"
 
 #include <QEventLoop>
-#include <QFile>
-#include <QFileInfo>
 #include <QTimer>
 
 #include <mpv/client.h>
@@ -113,14 +113,15 @@ void MpvDevice::DrainEvents() {
 
 bool MpvDevice::Open(const QString& path) {
     Close();
-    if (!m_mpv || path.isEmpty() || !QFileInfo(path).isFile())
+    struct stat st {};
+    if (!m_mpv || path.isEmpty() || PosixFile::Stat(path, st) != 0 || !S_ISREG(st.st_mode))
         return false;
     DrainEvents(); // what the last song left behind
     m_atEnd = false;
     SetPause(true);
     m_openState = 0;
     // mpv takes the path's bytes as they are: blanks, any script, bytes that are no UTF-8.
-    const QByteArray file = QFile::encodeName(path);
+    const QByteArray file = PosixFile::Native(path);
     const char* cmd[] = {"loadfile", file.constData(), "replace", nullptr};
     if (mpv_command(m_mpv, cmd) < 0)
         return false;
@@ -210,4 +211,8 @@ QString MpvDevice::StreamType() const {
     const QString out = fmt ? QString::fromUtf8(fmt) : QString();
     mpv_free(fmt);
     return out;
+}
+
+void UseMpvMedia() {
+    SetMediaFactory([](const QString& ao) { return std::make_unique<MpvDevice>(ao); });
 }

@@ -44,3 +44,6 @@ private:
     // Outcome of the open in progress: 0 waiting, 1 loaded, -1 failed.
     int m_openState = 0;
 };
+
+// Makes the libmpv device the program's shared media device (see SetMediaFactory).
+void UseMpvMedia();
