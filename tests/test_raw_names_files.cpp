@@ -20,6 +20,7 @@
 #include "playlist/PlaylistColumns.h"
 #include "playlist/modPlaylistFile.h"
 #include "tag/TagEngine.h"
+#include "tag/modDirectEdit.h"
 
 #include <QFile>
 #include <QRandomGenerator>
@@ -225,6 +226,21 @@ private slots:
         QCOMPARE(UndoLastBatch(&list, RenameJournalPath()).done, 1);
         QCOMPARE(RawNames(folder), (QList<QByteArray>{"Gr\xC3\xBC\xDF - Gott.mp3",
                                                       QStringLiteral("Müller - Café.mp3").toUtf8()}));
+    }
+
+    // The user mends a name by typing it anew in the list.
+    void directEditOfTheName() {
+        RawDir dir;
+        const QByteArray folder = QFile::encodeName(dir.path());
+        QVERIFY(WriteRaw(folder + '/' + kMueller, "a"));
+        DataGrid list;
+        Fill(list, dir.path(), {kMueller});
+        QString text = QStringLiteral("Müller - Café.mp3");
+        bool changed = false;
+        QVERIFY(DirectEditCell(list, 1, InCol::FileName, text, false, TagEngine::Shared(), prompt, &changed));
+        QCOMPARE(RawNames(folder), QList<QByteArray>{text.toUtf8()});
+        QCOMPARE(text, QStringLiteral("Müller - Café.mp3")); // the cell takes it from here
+        QCOMPARE(list.CellText(1, InCol::Title), QStringLiteral("Café"));
     }
 
     void moveRowsAndItsUndo() {
