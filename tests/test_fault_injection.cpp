@@ -9,7 +9,9 @@
 #include "TmpfsMount.h"
 #include "core/DataGrid.h"
 #include "platform/FolderWalk.h"
+#include "platform/PosixFile.h"
 #include "platform/SafeFile.h"
+#include "playlist/modPlaylistFile.h"
 #include "tag/TagEngine.h"
 
 #include <QDir>
@@ -19,6 +21,7 @@
 #include <QtTest>
 
 #include <csignal>
+#include <fcntl.h>
 #include <functional>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -214,6 +217,55 @@ private slots:
             const QString where = QStringLiteral("%1: call %2 of %3").arg(name).arg(n).arg(total);
             QVERIFY2(!saved, qPrintable(where));
             QVERIFY2(!g.LastFileError().isEmpty(), qPrintable(where));
+            QVERIFY2(now == before || now == after, qPrintable(where));
+            QVERIFY2(Leftovers(dir.path()).isEmpty(), qPrintable(where));
+        }
+    }
+
+    // A playlist save, under a name that is no UTF-8 and naming such a song.
+    void everyFailingCallOfAPlaylistSave() {
+        QTemporaryDir dir;
+        const QString path = dir.path() + u'/' + PosixFile::FromNative("Lieder f\xFCr.m3u");
+        const QByteArray nativePath = PosixFile::Native(path);
+        QByteArray before = "#EXTM3U\r\n";
+        for (int i = 0; i < 20; ++i)
+            before += "alt " + QByteArray::number(i) + ".mp3\r\n";
+        QVERIFY(WritePlaylistBytes(path, before));
+        QByteArray after = "#EXTM3U\r\n";
+        for (int i = 0; i < 20000; ++i)
+            after += "#EXTINF:1,M\xFCller\r\n/music/M\xFCller " + QByteArray::number(i) + ".mp3\r\n";
+        int total = 0;
+        {
+            Injector count;
+            count.Install();
+            QVERIFY(WritePlaylistBytes(path, after));
+            total = count.calls;
+        }
+        auto readNative = [&] {
+            QFile f;
+            const int fd = ::open(nativePath.constData(), O_RDONLY);
+            if (fd < 0 || !f.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+                return QByteArray();
+            return f.readAll();
+        };
+        QCOMPARE(readNative(), after);
+        QVERIFY2(total >= 4, qPrintable(QString::number(total)));
+        for (int n = 1; n <= total; ++n) {
+            {
+                SafeFile::AtomicWriter w(path);
+                QVERIFY(w.Open() && w.Write(before.constData(), before.size()) && w.Commit());
+            }
+            Injector fail;
+            fail.failAt = n;
+            fail.err = n % 2 ? EIO : ENOSPC;
+            fail.Install();
+            QString error;
+            const bool saved = WritePlaylistBytes(path, after, &error);
+            SafeFile::SetFaultHook({});
+            const QByteArray now = readNative();
+            const QString where = QStringLiteral("playlist: call %1 of %2").arg(n).arg(total);
+            QVERIFY2(!saved, qPrintable(where));
+            QVERIFY2(!error.isEmpty(), qPrintable(where));
             QVERIFY2(now == before || now == after, qPrintable(where));
             QVERIFY2(Leftovers(dir.path()).isEmpty(), qPrintable(where));
         }

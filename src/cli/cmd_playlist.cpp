@@ -5,16 +5,16 @@
 #include "core/DataGrid.h"
 #include "list/InputColumns.h"
 #include "list/modScan.h"
+#include "platform/PosixFile.h"
 #include "playlist/PlaylistColumns.h"
 #include "playlist/modPlaylist.h"
 #include "playlist/modPlaylistFile.h"
 #include "tag/TagEngine.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <sys/stat.h>
 
 namespace {
 
@@ -75,13 +75,14 @@ int WritePlaylist(const QString& out, bool relative, const QStringList& files) {
     const RowContext context;
     int failed = 0;
     for (const QString& f : files) {
-        const QFileInfo fi(f);
-        if (!fi.isFile()) {
+        const QString abs = PosixFile::AbsolutePath(f);
+        struct stat st;
+        if (PosixFile::Stat(abs, st) != 0 || !S_ISREG(st.st_mode)) {
             Err(QStringLiteral("quillotune-cli: not a file: %1").arg(f));
             ++failed;
             continue;
         }
-        AddFileRow(input, engine, QDir::cleanPath(fi.absoluteFilePath()), context);
+        AddFileRow(input, engine, abs, context);
     }
     input.SelectAll();
     CliPrompt prompt;
@@ -89,7 +90,7 @@ int WritePlaylist(const QString& out, bool relative, const QStringList& files) {
     PlaylistEnv env(prompt, playlist, files2);
     env.tab1NoMsg = true;
     CopyRowsToPlaylist(env, input, QString());
-    const QString target = QDir::cleanPath(QFileInfo(out).absoluteFilePath());
+    const QString target = PosixFile::AbsolutePath(out);
     QString folder, name;
     SplitPath(target, folder, name);
     PlaylistWriteOptions o;
@@ -152,6 +153,6 @@ int RunPlaylist(const QStringList& args) {
         Err(QLatin1String(kPlaylistUsage));
         return 2;
     }
-    const QString path = QDir::cleanPath(QFileInfo(files.first()).absoluteFilePath());
+    const QString path = PosixFile::AbsolutePath(files.first());
     return PrintPlaylist(path, json);
 }

@@ -12,13 +12,13 @@
 #include "list/ftcNames.h"
 #include "list/modListEnv.h"
 #include "list/modScan.h"
+#include "platform/PosixFile.h"
 #include "tag/TagEngine.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <sys/stat.h>
 
 namespace {
 
@@ -165,11 +165,13 @@ int RunRename(const QStringList& args) {
     options.subFolders = subFolders;
     const RowContext context = MakeRowContext(options);
     for (const QString& input : inputs) {
-        const QFileInfo info(input);
-        const QString path = QDir::cleanPath(info.absoluteFilePath());
-        if (info.isDir()) {
+        // By the bytes of the name: it may be no valid UTF-8.
+        const QString path = PosixFile::AbsolutePath(input);
+        struct stat st;
+        const bool exists = PosixFile::Stat(path, st) == 0;
+        if (exists && S_ISDIR(st.st_mode)) {
             ScanFolder(list, path, options, engine, ScanHooks());
-        } else if (info.exists()) {
+        } else if (exists) {
             const int type = engine.OpenFile(path);
             if (type == 0 || !AddFileRow(list, engine, path, context, type))
                 AddPlainRow(list, path, request.digits);

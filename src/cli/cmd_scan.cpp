@@ -6,11 +6,11 @@
 #include "list/modSavedLists.h"
 #include "list/modScan.h"
 #include "output/modExport.h"
+#include "platform/PosixFile.h"
 #include "tag/TagEngine.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFileInfo>
+#include <sys/stat.h>
 
 namespace {
 
@@ -76,8 +76,9 @@ int RunScan(const QStringList& args) {
         Err(QLatin1String(kScanUsage));
         return 2;
     }
-    const QFileInfo info(dir);
-    if (!info.isDir()) {
+    const QString folder = PosixFile::AbsolutePath(dir);
+    struct stat st;
+    if (PosixFile::Stat(folder, st) != 0 || !S_ISDIR(st.st_mode)) {
         Err(QStringLiteral("quillotune-cli: not a folder: %1").arg(dir));
         return 1;
     }
@@ -95,7 +96,7 @@ int RunScan(const QStringList& args) {
 
     QElapsedTimer timer;
     timer.start();
-    const ScanResult r = ScanFolder(list, QDir::cleanPath(info.absoluteFilePath()), options, engine, hooks);
+    const ScanResult r = ScanFolder(list, folder, options, engine, hooks);
     const double seconds = double(timer.nsecsElapsed()) / 1e9;
     progress.Finish();
     Out(QStringLiteral("files: %1, rows: %2, failures: %3, seconds: %4")

@@ -9,11 +9,11 @@
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFileInfo>
 #include <QRandomGenerator>
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
 #include <vector>
@@ -27,7 +27,7 @@ constexpr int kMaxNumberedNames = 10000;
 constexpr auto kVerifyHash = QCryptographicHash::Sha1;
 
 QString Absolute(const QString& path) {
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    return PosixFile::AbsolutePath(path);
 }
 
 QString FolderOf(const QString& absPath) {
@@ -48,15 +48,51 @@ bool HasWildcard(const QString& path) {
     return name.contains(u'*') || name.contains(u'?');
 }
 
+// "*" and "?" over the name's code units, letters in either case (as the desktop the
+// program came from matches). Escaped bytes match only themselves or a wildcard.
+bool WildcardMatch(QStringView pattern, QStringView name) {
+    qsizetype p = 0, n = 0, starP = -1, starN = 0;
+    auto same = [](QChar a, QChar b) { return a == b || a.toCaseFolded() == b.toCaseFolded(); };
+    while (n < name.size()) {
+        if (p < pattern.size() && pattern[p] == u'*') {
+            starP = p++;
+            starN = n;
+        } else if (p < pattern.size() && (pattern[p] == u'?' || same(pattern[p], name[n]))) {
+            ++p, ++n;
+        } else if (starP >= 0) {
+            p = starP + 1;
+            n = ++starN;
+        } else {
+            return false;
+        }
+    }
+    while (p < pattern.size() && pattern[p] == u'*')
+        ++p;
+    return p == pattern.size();
+}
+
 // The files a wildcard source stands for, in name order.
 QStringList ExpandWildcard(const QString& absPattern) {
     QString pattern = NameOf(absPattern);
     if (pattern == QLatin1String("*.*")) // every file, as on the desktop the program came from
         pattern = QStringLiteral("*");
     const QString folder = FolderOf(absPattern);
+    // The names are read as bytes (QDir would spell a name that is no UTF-8 anew).
+    QStringList names;
+    if (DIR* d = ::opendir(Native(folder).constData())) {
+        while (const dirent* e = ::readdir(d)) {
+            const QByteArrayView n(e->d_name);
+            const QString name = PosixFile::FromNative(n);
+            if (n == "." || n == ".." || !WildcardMatch(pattern, name))
+                continue;
+            struct stat st;
+            if (PosixFile::Stat(Join(folder, name), st) == 0 && S_ISREG(st.st_mode))
+                names << name;
+        }
+        ::closedir(d);
+    }
+    std::sort(names.begin(), names.end());
     QStringList out;
-    const QStringList names =
-        QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     for (const QString& n : names)
         out << Join(folder, n);
     return out;
@@ -77,7 +113,14 @@ int MakeFolder(const QString& folder) {
     struct stat st;
     if (PosixFile::Stat(folder, st) == 0)
         return S_ISDIR(st.st_mode) ? 0 : ENOTDIR;
-    return QDir().mkpath(folder) ? 0 : (errno ? errno : ENOENT);
+    // Each missing level is made by its own bytes (QDir would spell an escaped name anew).
+    const qsizetype slash = folder.lastIndexOf(u'/');
+    if (slash > 0)
+        if (int e = MakeFolder(folder.left(slash)))
+            return e;
+    if (::mkdir(Native(folder).constData(), 0777) != 0 && errno != EEXIST)
+        return errno;
+    return PosixFile::Stat(folder, st) == 0 && S_ISDIR(st.st_mode) ? 0 : ENOTDIR;
 }
 
 int HashOpenFile(int fd, QByteArray& hash) {
@@ -175,7 +218,7 @@ int WriteTempCopy(int sfd, const struct stat& sst, const QString& folder, bool v
         ::unlink(tmpl.constData());
         return e;
     }
-    temp = QFile::decodeName(tmpl);
+    temp = PosixFile::FromNative(tmpl);
     return 0;
 }
 

@@ -10,10 +10,12 @@
 #include "list/InputColumns.h"
 #include "list/Marks.h"
 #include "list/modListEnv.h"
+#include "platform/PosixFile.h"
 #include "tag/TagEngine.h"
 
 #include <QDir>
-#include <QFileInfo>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -62,6 +64,16 @@ void RemoveMarkedRows(DataGrid& list, const QString& mark) {
     list.DeleteSelected();
 }
 
+// Path helpers that keep the bytes of a name that is no valid UTF-8 (QFileInfo would not).
+QString NameOf(const QString& path) {
+    return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+bool IsFile(const QString& path) {
+    struct stat st;
+    return PosixFile::Stat(path, st) == 0 && S_ISREG(st.st_mode);
+}
+
 } // namespace
 
 bool SweepSkips(const QString& path) {
@@ -76,17 +88,19 @@ bool CopyLinkedFiles(TagEngine& engine, const QString& source, const QString& ta
     if (engine.HasV2()) {
         for (TagField f : kLinkFields) {
             const QString value = engine.Field(f);
-            if (IsFileLink(value) && QFileInfo(value).isFile())
+            if (IsFileLink(value) && IsFile(value))
                 CopyFile(value, targetFolder + u'/', true);
         }
     }
     QStringList temps;
-    const QString base = QFileInfo(source).completeBaseName();
+    QString base = NameOf(source);
+    if (const qsizetype dot = base.lastIndexOf(u'.'); dot > 0)
+        base.truncate(dot);
     for (int i = 1; i <= engine.PictureCount(); ++i) {
         const QString mime = engine.PictureMime(i);
         if (mime.startsWith(QLatin1String("-->"))) {
             const QString linked = mime.mid(3);
-            if (QFileInfo(linked).isFile())
+            if (IsFile(linked))
                 CopyFile(linked, targetFolder + u'/', true);
             continue;
         }
@@ -107,7 +121,7 @@ bool CopyLinkedFiles(TagEngine& engine, const QString& source, const QString& ta
         }
     }
     for (const QString& t : temps)
-        QFile::remove(t);
+        ::unlink(PosixFile::Native(t).constData());
     return true;
 }
 
@@ -148,7 +162,7 @@ FileCommandResult CopyRows(DataGrid& list, const FileCommandOptions& options, co
             list.SetFooterText(InCol::FileName,
                                QString::number(n) + QStringLiteral(" / ") + QString::number(rows.size()));
             QString copy;
-            e = CopyFile(source, target + u'/' + QFileInfo(source).fileName(), true, nullptr, &copy);
+            e = CopyFile(source, target + u'/' + NameOf(source), true, nullptr, &copy);
             if (!e && engine && options.copyLinkedFiles)
                 CopyLinkedFiles(*engine, source, target, options.tempFolder);
             if (!e && engine && options.eraseTagsByCopy && !EraseLinkTags(*engine, copy))

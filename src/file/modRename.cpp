@@ -9,10 +9,10 @@
 #include "list/Marks.h"
 #include "list/ftcNames.h"
 #include "list/modListEnv.h"
+#include "platform/PosixFile.h"
 #include "tag/TagEngine.h"
 #include "tag/modTagUpdate.h"
 
-#include <QFile>
 #include <QHash>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -82,7 +82,7 @@ public:
         if (it != m_cache.constEnd())
             return *it;
         struct statfs fs {};
-        const bool restricted = ::statfs(QFile::encodeName(folder).constData(), &fs) == 0 &&
+        const bool restricted = ::statfs(PosixFile::Native(folder).constData(), &fs) == 0 &&
                                 RestrictedFileSystem(static_cast<long>(fs.f_type));
         m_cache.insert(folder, restricted);
         return restricted;
@@ -97,7 +97,7 @@ QString Refusal(const QString& name, bool restricted) {
         return Caption(CapReasonEmptyName);
     if (name.contains(u'/') || name.contains(QChar(0)))
         return Caption(CapReasonSlash);
-    if (QFile::encodeName(name).size() > 255)
+    if (PosixFile::Native(name).size() > 255)
         return Caption(CapReasonTooLong);
     if (restricted) {
         static const QString bad = QStringLiteral(":?*<>|\"\\");

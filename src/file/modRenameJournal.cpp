@@ -9,6 +9,7 @@
 #include "list/InputColumns.h"
 #include "list/Marks.h"
 #include "list/modListEnv.h"
+#include "platform/PosixFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -19,10 +20,8 @@ namespace {
 
 const QByteArray kHeader = QByteArrayLiteral("quillotune-journal 1");
 
-QByteArray Escape(const QString& text) {
-    QByteArray out;
+void AppendEscaped(QByteArray& out, QStringView text) {
     const QByteArray utf8 = text.toUtf8();
-    out.reserve(utf8.size());
     for (char c : utf8) {
         switch (c) {
         case '%':
@@ -41,11 +40,29 @@ QByteArray Escape(const QString& text) {
             out += c;
         }
     }
+}
+
+// A field of a line. A name that is no valid UTF-8 keeps its bytes: each byte held as an
+// escape (PosixFile) is written as %XX, so the journal stays UTF-8 text and the reader
+// gets the very bytes back.
+QByteArray Escape(const QString& text) {
+    QByteArray out;
+    out.reserve(text.size());
+    qsizetype from = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text.at(i).unicode();
+        if (c < 0xDC80 || c > 0xDCFF || (i > 0 && text.at(i - 1).isHighSurrogate()))
+            continue;
+        AppendEscaped(out, QStringView(text).mid(from, i - from));
+        out += '%' + QByteArray::number(c - 0xDC00, 16).toUpper();
+        from = i + 1;
+    }
+    AppendEscaped(out, QStringView(text).mid(from));
     return out;
 }
 
 QString Unescape(const QByteArray& field) {
-    return QString::fromUtf8(QByteArray::fromPercentEncoding(field));
+    return PosixFile::FromNative(QByteArray::fromPercentEncoding(field));
 }
 
 QByteArray EntryLine(const JournalEntry& e) {
@@ -65,7 +82,7 @@ QByteArray EntryLine(const JournalEntry& e) {
 
 bool FileStamp(const QString& path, qint64& size, qint64& mtimeNs) {
     struct stat st {};
-    if (::lstat(QFile::encodeName(path).constData(), &st) != 0)
+    if (PosixFile::LStat(path, st) != 0)
         return false;
     size = qint64(st.st_size);
     mtimeNs = qint64(st.st_mtim.tv_sec) * 1000000000LL + qint64(st.st_mtim.tv_nsec);
@@ -194,9 +211,8 @@ UndoOutcome UndoLastBatch(DataGrid* list, const QString& journalPath, const List
         }, b{};
         if (!FileStamp(now, size, mtime)) {
             reason = Caption(CapReasonGone);
-        } else if (::lstat(QFile::encodeName(back).constData(), &b) == 0 &&
-                   (::lstat(QFile::encodeName(now).constData(), &a) != 0 || a.st_ino != b.st_ino ||
-                    a.st_dev != b.st_dev)) {
+        } else if (PosixFile::LStat(back, b) == 0 &&
+                   (PosixFile::LStat(now, a) != 0 || a.st_ino != b.st_ino || a.st_dev != b.st_dev)) {
             reason = Caption(CapReasonNameTaken);
         } else {
             if (size != e.size || mtime != e.mtimeNs)

@@ -6,8 +6,10 @@
 //
 // Format (UTF-8, LF): the first line "quillotune-journal 1"; then one line per rename
 // with tab-separated fields, in which "%", tab, CR and LF are written as %25, %09, %0D
-// and %0A: folder, old name, new name, old artist, old title, size, modification time in
-// nanoseconds, and for a move the folder the file went to (an eighth field).
+// and %0A, and each byte of a name that is no valid UTF-8 as %XX (so the journal stays
+// UTF-8 text and gives back the very bytes): folder, old name, new name, old artist, old
+// title, size, modification time in nanoseconds, and for a move the folder the file went
+// to (an eighth field).
 
 #include <QFile>
 #include <QString>

@@ -1,8 +1,7 @@
 #include "picture/modLinkList.h"
 
 #include "core/DataGrid.h"
-
-#include <QFileInfo>
+#include "platform/PosixFile.h"
 
 int PurgeLinkList(DataGrid& links) {
     if (links.Cols() < 1)
@@ -11,7 +10,7 @@ int PurgeLinkList(DataGrid& links) {
     links.LockUpdate(true);
     for (int row = links.Rows(); row >= 1; --row) {
         const QString file = links.CellText(row, 1);
-        if (!file.isEmpty() && !QFileInfo::exists(file)) {
+        if (!file.isEmpty() && !PosixFile::ExistsFollowed(file)) {
             links.DeleteRow(row);
             ++removed;
         }

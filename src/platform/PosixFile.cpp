@@ -1,8 +1,11 @@
 #include "platform/PosixFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -137,6 +140,28 @@ int LStat(const QString& path, struct stat& st) {
 bool Exists(const QString& path) {
     struct stat st;
     return LStat(path, st) == 0;
+}
+
+QString AbsolutePath(const QString& path) {
+    if (path.startsWith(u'/'))
+        return QDir::cleanPath(path);
+    char cwd[PATH_MAX];
+    const QString base = ::getcwd(cwd, sizeof cwd) ? FromNative(cwd) : QDir::currentPath();
+    return QDir::cleanPath(base + u'/' + path);
+}
+
+QString CanonicalPath(const QString& path) {
+    char* real = ::realpath(Native(path).constData(), nullptr);
+    if (!real)
+        return QString();
+    const QString out = FromNative(real);
+    ::free(real);
+    return out;
+}
+
+bool ExistsFollowed(const QString& path) {
+    struct stat st;
+    return Stat(path, st) == 0;
 }
 
 int Rename(const QString& from, const QString& to) {

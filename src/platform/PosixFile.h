@@ -23,10 +23,17 @@ bool HasEscapedBytes(const QString& name);      // the name holds bytes that are
 // mark " (≠UTF-8)". Names without escapes come back unchanged.
 QString DisplayName(const QString& name);
 
+// The absolute, cleaned path: pure text work on the escapes (QFileInfo would spell them
+// anew), relative paths taken from the current folder.
+QString AbsolutePath(const QString& path);
+// realpath(3): links and dots resolved; empty when the path does not exist.
+QString CanonicalPath(const QString& path);
+
 // stat(2) / lstat(2). Returns 0 or errno.
 int Stat(const QString& path, struct stat& st);
 int LStat(const QString& path, struct stat& st);
-bool Exists(const QString& path); // anything at the path, a dangling link included
+bool Exists(const QString& path);         // anything at the path, a dangling link included
+bool ExistsFollowed(const QString& path); // as QFileInfo::exists: links followed
 
 // Renames without ever replacing an existing target: EEXIST when the target exists.
 // On a file system without an atomic no-replace rename, a hard link is tried, and as

@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
@@ -271,16 +270,20 @@ int RemoveStaleTemps(const QString& folder) {
 
 int CreateTemp(const QString& target, QString* tempPath, int* err) {
     IgnoreFileSizeSignal();
-    const QFileInfo info(target);
-    const QByteArray folder = PosixFile::Native(info.absolutePath());
+    // Split as text: QFileInfo would spell a name that is no UTF-8 anew.
+    const QString abs = PosixFile::AbsolutePath(target);
+    const qsizetype slash = abs.lastIndexOf(u'/');
+    const QString folderPath = slash <= 0 ? QStringLiteral("/") : abs.left(slash);
+    const QByteArray folder = PosixFile::Native(folderPath);
     if (!KnownClean(folder)) {
-        RemoveStaleTemps(info.absolutePath());
+        RemoveStaleTemps(folderPath);
         Searched(folder);
     }
     // A name of up to 255 bytes must leave room for the additions (a long UTF-8 name may
     // be cut inside a character: the copy's name is never shown).
-    const QByteArray base = PosixFile::Native(info.fileName()).left(200);
-    QByteArray name = folder + "/." + base + kTempMark + QByteArray::number(::getpid()) + "-XXXXXX";
+    const QByteArray base = PosixFile::Native(abs.mid(slash + 1)).left(200);
+    QByteArray name = (folder == "/" ? QByteArray() : folder) + "/." + base + kTempMark +
+                      QByteArray::number(::getpid()) + "-XXXXXX";
     int createErr = 0;
     const int fd = OwnChange(name, [&] {
         const int made = ::mkostemp(name.data(), O_CLOEXEC);

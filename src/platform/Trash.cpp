@@ -5,8 +5,6 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QFileInfo>
-#include <QUrl>
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
@@ -64,6 +62,11 @@ QString ParentFolder(const QString& absPath) {
     return slash <= 0 ? QStringLiteral("/") : absPath.left(slash);
 }
 
+// The name as the path holds it (its bytes kept; QFileInfo would not).
+QString NameOf(const QString& absPath) {
+    return absPath.mid(absPath.lastIndexOf(u'/') + 1);
+}
+
 } // namespace
 
 QString HomeTrashPath() {
@@ -114,7 +117,7 @@ TrashPlace FindTrash(const QString& abs) {
 } // namespace
 
 QString TrashFolderFor(const QString& path, int* error) {
-    const TrashPlace place = FindTrash(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    const TrashPlace place = FindTrash(PosixFile::AbsolutePath(path));
     if (error)
         *error = place.error;
     return place.error ? QString() : place.folder;
@@ -122,7 +125,7 @@ QString TrashFolderFor(const QString& path, int* error) {
 
 TrashResult MoveToTrash(const QString& path) {
     TrashResult r;
-    const QString abs = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    const QString abs = PosixFile::AbsolutePath(path);
     const TrashPlace place = FindTrash(abs);
     if ((r.error = place.error))
         return r;
@@ -132,17 +135,16 @@ TrashResult MoveToTrash(const QString& path) {
     // folder in a volume trash (so that it stays right when the volume is mounted elsewhere).
     QString recorded = abs;
     if (!place.folder.isEmpty() && place.folder != HomeTrashPath()) {
-        const QString parent = QFileInfo(ParentFolder(abs)).canonicalFilePath();
-        const QString real =
-            (parent == QLatin1String("/") ? QString() : parent) + u'/' + QFileInfo(abs).fileName();
+        const QString parent = PosixFile::CanonicalPath(ParentFolder(abs));
+        const QString real = (parent == QLatin1String("/") ? QString() : parent) + u'/' + NameOf(abs);
         if (real.startsWith(place.top + u'/'))
             recorded = real.mid(place.top.size() + 1);
     }
     const QByteArray info =
-        "[Trash Info]\nPath=" + QUrl::toPercentEncoding(recorded, "/") + "\nDeletionDate=" +
+        "[Trash Info]\nPath=" + PosixFile::Native(recorded).toPercentEncoding("/") + "\nDeletionDate=" +
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")).toLatin1() + "\n";
 
-    const QString name = QFileInfo(abs).fileName();
+    const QString name = NameOf(abs);
     for (int n = 1; n < 100000; ++n) {
         const QString candidate = n == 1 ? name : PosixFile::NumberedName(name, n);
         const QString infoPath = trash + QLatin1String("/info/") + candidate + QLatin1String(".trashinfo");

@@ -2,7 +2,6 @@
 
 #include "platform/PosixFile.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QStorageInfo>
 #include <algorithm>
@@ -11,7 +10,7 @@ namespace {
 
 // The path itself when it exists, else its nearest existing parent.
 QString ExistingAncestor(const QString& path) {
-    QString p = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    QString p = PosixFile::AbsolutePath(path);
     while (!p.isEmpty() && !PosixFile::Exists(p)) {
         const qsizetype slash = p.lastIndexOf(u'/');
         if (slash <= 0)
@@ -19,7 +18,7 @@ QString ExistingAncestor(const QString& path) {
         p.truncate(slash);
     }
     // Resolve links, so that walking up by name follows the real folders.
-    const QString canonical = QFileInfo(p).canonicalFilePath();
+    const QString canonical = PosixFile::CanonicalPath(p);
     return canonical.isEmpty() ? p : canonical;
 }
 
@@ -72,7 +71,8 @@ QString MountTopDir(const QString& path) {
     if (PosixFile::Stat(p, st) != 0)
         return QString();
     if (!S_ISDIR(st.st_mode)) {
-        p = QFileInfo(p).absolutePath();
+        const qsizetype slash = p.lastIndexOf(u'/');
+        p = slash <= 0 ? QStringLiteral("/") : p.left(slash);
         if (PosixFile::Stat(p, st) != 0)
             return QString();
     }

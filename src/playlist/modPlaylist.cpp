@@ -11,6 +11,7 @@
 #include "list/InputColumns.h"
 #include "list/modScan.h"
 #include "output/modExport.h"
+#include "platform/PosixFile.h"
 #include "platform/Shell.h"
 #include "playlist/PlaylistColumns.h"
 #include "playlist/modPlaylistFile.h"
@@ -18,11 +19,10 @@
 #include "tag/modTagList.h"
 
 #include <QDateTime>
-#include <QFile>
-#include <QFileInfo>
 #include <QHash>
 #include <QLocale>
 #include <QRandomGenerator>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -316,7 +316,7 @@ SaveResult SavePlaylist(PlaylistEnv& env) {
     if (counts.written == 0) {
         // Nothing to write: the save leaves no file of that name, also where the user chose
         // an existing playlist to be replaced.
-        if (QFileInfo::exists(path) && !QFile::remove(path))
+        if (PosixFile::Exists(path) && ::unlink(PosixFile::Native(path).constData()) != 0)
             env.prompt.Tell(Caption(CapEmptyPlaylistNotDeleted), Prompt::Icon::Critical);
     } else {
         QString error;

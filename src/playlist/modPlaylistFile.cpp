@@ -4,14 +4,19 @@
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "list/modList.h"
+#include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
 #include "playlist/PlaylistColumns.h"
 
 #include <QFile>
 #include <QLocale>
-#include <QSaveFile>
 #include <QStringDecoder>
+#include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -58,9 +63,53 @@ void SetSeconds(RowRecord& rec, qint64 seconds) {
     rec.durationMS = FormatDuration(seconds);
 }
 
+// Windows-1252 back to its bytes: the bytes 0x00 to 0xFF as the decoder of the playlist
+// text made them characters. False for a text that has a character beyond it or none
+// beyond ASCII (the bytes would then be the text's own UTF-8).
+bool Cp1252Bytes(QStringView text, QByteArray& out) {
+    static constexpr char16_t high[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                          0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                          0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                          0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+    out.clear();
+    out.reserve(text.size());
+    bool beyondAscii = false;
+    for (QChar ch : text) {
+        const char16_t c = ch.unicode();
+        if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
+            out += char(c);
+        } else {
+            const auto* hit = std::find(std::begin(high), std::end(high), c);
+            if (hit == std::end(high))
+                return false;
+            out += char(0x80 + (hit - std::begin(high)));
+        }
+        beyondAscii = beyondAscii || c >= 0x80;
+    }
+    return beyondAscii;
+}
+
+// The entry as the disk spells it. A playlist that is no UTF-8 is read as Windows-1252;
+// its names are then the bytes of old Latin-1 file names. When the name as text names no
+// file but its bytes do, the entry becomes that name, its bytes kept (PosixFile), so that
+// everything done with the row later reaches the file.
+QString OnDiskSpelling(const QString& path) {
+    QByteArray bytes;
+    if (SongFileExists(path) || !Cp1252Bytes(path, bytes))
+        return path;
+    const QString raw = PosixFile::FromNative(bytes);
+    return SongFileExists(raw) ? raw : path;
+}
+
 bool ReadWholeFile(const QString& path, QByteArray& bytes, QString& error) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) {
+    QFile f;
+    const int fd = ::open(PosixFile::Native(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        error = SafeFile::ErrorText(errno);
+        return false;
+    }
+    if (!f.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
         error = f.errorString();
         return false;
     }
@@ -109,8 +158,7 @@ bool SongFileExists(const QString& path, qint64* bytes) {
     if (path.isEmpty())
         return false;
     struct stat st {};
-    const QByteArray native = QFile::encodeName(path);
-    if (::stat(native.constData(), &st) != 0 || !S_ISREG(st.st_mode))
+    if (PosixFile::Stat(path, st) != 0 || !S_ISREG(st.st_mode))
         return false;
     if (bytes)
         *bytes = qint64(st.st_size);
@@ -275,7 +323,11 @@ int ParseM3u(const QByteArray& bytes, const QString& path, DataGrid& grid) {
         rec.fileName = name;
         rec.pathFile = folder.isEmpty() ? playlistFolder : folder;
         rec.pathPlaylist = path;
-        SetStatus(rec, IsAbsoluteEntry(line) ? line : playlistFolder + u'/' + line, true);
+        const QString testPath = IsAbsoluteEntry(line) ? line : playlistFolder + u'/' + line;
+        const QString onDisk = OnDiskSpelling(testPath);
+        if (onDisk != testPath)
+            SplitPath(onDisk, rec.pathFile, rec.fileName);
+        SetStatus(rec, onDisk, true);
         grid.AddRow(rec.Cells());
         ++added;
         rec.Clear();
@@ -307,10 +359,13 @@ int ParsePls(const QByteArray& bytes, const QString& path, DataGrid& grid) {
             rec.fileName = name;
             rec.pathFile = folder.isEmpty() ? playlistFolder : folder;
             rec.pathPlaylist = path;
-            if (IsAbsoluteEntry(rec.pathFile))
-                SetStatus(rec, rec.pathFile + u'/' + rec.fileName, true);
-            else
-                SetStatus(rec, playlistFolder + u'/' + value, false);
+            const bool absolute = IsAbsoluteEntry(rec.pathFile);
+            const QString testPath =
+                absolute ? rec.pathFile + u'/' + rec.fileName : playlistFolder + u'/' + value;
+            const QString onDisk = OnDiskSpelling(testPath);
+            if (onDisk != testPath)
+                SplitPath(onDisk, rec.pathFile, rec.fileName);
+            SetStatus(rec, onDisk, absolute);
             continue;
         }
         if (line.startsWith(QLatin1String("length"), Qt::CaseInsensitive)) {
@@ -394,7 +449,7 @@ QByteArray BuildM3u(DataGrid& grid, const PlaylistWriteOptions& o, const QString
         text += (o.relative ? relative : full) + kCrLf;
         grid.SetCellText(r, PlCol::DurationS, playlistFolder);
     }
-    return text.toUtf8();
+    return PosixFile::Native(text); // names that are no UTF-8 keep their bytes
 }
 
 QByteArray BuildPls(const DataGrid& grid, const PlaylistWriteOptions& o, const QString& playlistFolder,
@@ -419,26 +474,16 @@ QByteArray BuildPls(const DataGrid& grid, const PlaylistWriteOptions& o, const Q
     }
     text += QStringLiteral("NumberOfEntries=%1").arg(counts.written) + kCrLf;
     text += QStringLiteral("Version=2") + kCrLf;
-    return text.toUtf8();
+    return PosixFile::Native(text); // names that are no UTF-8 keep their bytes
 }
 
 bool WritePlaylistBytes(const QString& path, const QByteArray& bytes, QString* error) {
-    QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly)) {
-        if (error)
-            *error = f.errorString();
-        return false;
-    }
-    if (f.write(bytes) != bytes.size()) {
-        if (error)
-            *error = f.errorString();
-        f.cancelWriting();
-        return false;
-    }
-    if (!f.commit()) {
-        if (error)
-            *error = f.errorString();
-        return false;
-    }
-    return true;
+    // A temporary copy beside the playlist, flushed and renamed over it when every byte
+    // went through: a failure keeps the old playlist.
+    SafeFile::AtomicWriter w(path);
+    if (w.Open() && w.Write(bytes.constData(), bytes.size()) && w.Commit())
+        return true;
+    if (error)
+        *error = w.ErrorString();
+    return false;
 }

@@ -8,6 +8,7 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "list/InputColumns.h"
+#include "platform/PosixFile.h"
 #include "platform/Shell.h"
 #include "playlist/PlaylistColumns.h"
 #include "playlist/modPlaylistFile.h"
@@ -38,7 +39,7 @@ struct TempList {
 // Writes the temporary file; false with a message when it can't be written.
 bool WriteTemp(const QString& path, const TempList& list, Prompt& prompt) {
     QString error;
-    if (WritePlaylistBytes(path, list.text.toUtf8(), &error))
+    if (WritePlaylistBytes(path, PosixFile::Native(list.text), &error))
         return true;
     prompt.Tell(Caption(CapPlaylistWriteFailed) + path + QStringLiteral("\n") + error,
                 Prompt::Icon::Critical);
@@ -204,7 +205,7 @@ int PlayHighlightedRows(const DataGrid& list, bool fromRefList, bool saveAsPlayl
             if (settings.Rows() >= Ini::PathRename2 && settings.Cols() >= Ini::Col2)
                 settings.SetCellText(Ini::PathRename2, Ini::Col2, folder);
             QString error;
-            if (WritePlaylistBytes(chosen, t.text.toUtf8(), &error))
+            if (WritePlaylistBytes(chosen, PosixFile::Native(t.text), &error))
                 env.prompt.Tell(Caption(CapPlaylistSaved), Prompt::Icon::Information);
             else
                 env.prompt.Tell(Caption(CapPlaylistWriteFailed) + chosen + QStringLiteral("\n") + error,

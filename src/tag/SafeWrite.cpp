@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
@@ -22,13 +21,20 @@ QString SysError(int err) {
     return SafeFile::ErrorText(err);
 }
 
+// The folder of a path, by text: QFileInfo would spell a name that is no UTF-8 anew.
+QString FolderOf(const QString& path) {
+    const QString abs = PosixFile::AbsolutePath(path);
+    const qsizetype slash = abs.lastIndexOf(u'/');
+    return slash <= 0 ? QStringLiteral("/") : abs.left(slash);
+}
+
 // A new, empty temporary file beside target, opened for writing.
 int CreateTemp(const QString& target, QString* tempPath, QString* error) {
     int err = 0;
     const int fd = SafeFile::CreateTemp(target, tempPath, &err);
     if (fd < 0 && error)
         *error = QStringLiteral("Can't create a temporary file in the folder %1: %2")
-                     .arg(QDir::toNativeSeparators(QFileInfo(target).absolutePath()), SysError(err));
+                     .arg(PosixFile::DisplayName(FolderOf(target)), SysError(err));
     return fd;
 }
 
@@ -102,7 +108,7 @@ bool CanRewrite(const QString& path, QString* error) {
             *error = QStringLiteral("The file %1 is write-protected.").arg(QDir::toNativeSeparators(path));
         return false;
     }
-    const QString folder = QFileInfo(path).absolutePath();
+    const QString folder = FolderOf(path);
     if (::access(PosixFile::Native(folder).constData(), W_OK | X_OK) != 0) {
         if (error)
             *error =

@@ -12,9 +12,13 @@
 
 #include <algorithm>
 
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <taglib/id3v1genres.h>
 #include <taglib/tfilestream.h>
+#include <unistd.h>
 
 using namespace qlt_tag;
 
@@ -409,15 +413,19 @@ int TagEngine::ExportPicture(int i, const QString& path) const {
         d->error = QStringLiteral("Picture number %1 holds no picture data.").arg(i);
         return 0;
     }
-    QFile out(path);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(e->data) != e->data.size()) {
-        d->error =
-            QStringLiteral("Can't write %1: %2").arg(QDir::toNativeSeparators(path), out.errorString());
-        out.close();
-        out.remove();
+    // Written by the bytes of the name: the song's own name may be no valid UTF-8.
+    const QByteArray native = PosixFile::Native(path);
+    const int fd = ::open(native.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    int err = fd < 0 ? errno : PosixFile::WriteAll(fd, e->data.constData(), e->data.size());
+    if (fd >= 0 && ::close(fd) != 0 && !err)
+        err = errno;
+    if (err) {
+        d->error = QStringLiteral("Can't write %1: %2")
+                       .arg(PosixFile::DisplayName(path), QString::fromLocal8Bit(std::strerror(err)));
+        if (fd >= 0)
+            ::unlink(native.constData());
         return 0;
     }
-    out.close();
     return 1;
 }
 
@@ -453,10 +461,13 @@ int TagEngine::AddPicture(const QString& path, const QString& description, int i
     p.type = type;
     p.mime = mime;
     if (!mime.startsWith(QLatin1String("-->"))) {
-        QFile in(path);
-        if (!in.open(QIODevice::ReadOnly)) {
-            d->error = QStringLiteral("Can't read the picture %1: %2")
-                           .arg(QDir::toNativeSeparators(path), in.errorString());
+        QFile in;
+        const int fd = ::open(PosixFile::Native(path).constData(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0 || !in.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+            const QString why = fd < 0 ? QString::fromLocal8Bit(std::strerror(errno)) : in.errorString();
+            if (fd >= 0)
+                ::close(fd);
+            d->error = QStringLiteral("Can't read the picture %1: %2").arg(PosixFile::DisplayName(path), why);
             return 0;
         }
         if (in.size() > kMaxPictureBytes) {

@@ -14,7 +14,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <cstdlib>
 #include <cstring>
@@ -45,8 +44,8 @@ struct Target {
 bool SamePath(const QString& a, const QString& b) {
     if (a == b)
         return true;
-    const QFileInfo fa(a), fb(b);
-    return fa.exists() && fb.exists() && fa.canonicalFilePath() == fb.canonicalFilePath();
+    const QString ca = PosixFile::CanonicalPath(a);
+    return !ca.isEmpty() && ca == PosixFile::CanonicalPath(b);
 }
 
 // Whether a save writes the whole set as held in memory rather than only what was staged:

@@ -6,9 +6,9 @@
 #include "file/ftcFileOps.h"
 #include "list/InputColumns.h"
 #include "list/ftcNames.h"
+#include "platform/PosixFile.h"
 #include "tag/TagEngine.h"
 
-#include <QFileInfo>
 #include <array>
 
 namespace {
@@ -141,7 +141,7 @@ bool DirectEditCell(DataGrid& list, int row, int column, QString& text, bool esc
     if (column < 15 || column > 67)
         return true;
     if (column >= InCol::TagComposer && column <= InCol::TagAudFileUrl && text.startsWith(u'/') &&
-        !QFileInfo::exists(text) &&
+        !PosixFile::ExistsFollowed(text) &&
         !prompt.AskYesNo(Caption(CapFileNotFound) + u'\n' + Caption(CapCheckPath) + u'\n' +
                              Caption(CapKeepTextQuestion),
                          false, Prompt::Icon::Question))

@@ -7,11 +7,11 @@
 #include "list/InputColumns.h"
 #include "list/Marks.h"
 #include "list/modListEnv.h"
+#include "platform/PosixFile.h"
 #include "tag/TagEngine.h"
 #include "tag/modTagList.h"
 #include "tag/modTagUpdate.h"
 
-#include <QFileInfo>
 #include <array>
 
 namespace {
@@ -173,7 +173,7 @@ TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, b
             const int col = InCol::TagComposer + i;
             const QString link = list.CellText(row, col);
             // A dead link: an absolute path to a file that is not there.
-            if (!link.startsWith(u'/') || QFileInfo::exists(link))
+            if (!link.startsWith(u'/') || PosixFile::ExistsFollowed(link))
                 continue;
             if (!noMsg && !env.prompt.AskYesNo(Caption(CapDeadLinkBefore) + link + u'\n' +
                                                    Caption(CapRemoveLinkQuestion),
