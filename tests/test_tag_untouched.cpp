@@ -299,7 +299,23 @@ private slots:
             const QString out = RunPython(script, {QStringLiteral("asf"), path});
             QVERIFY2(out.contains(QStringLiteral("\"Title\": [\"Titel\"]")), qPrintable(out));
             QVERIFY2(out.contains(QStringLiteral("\"WM/AlbumTitle\": [\"Album\"]")), qPrintable(out));
+            // Only the title: no empty author, copyright, description or rating beside it.
+            for (const char* name : {"\"Author\"", "\"Copyright\"", "\"Description\"", "\"Rating\""})
+                QVERIFY2(!out.contains(QLatin1String(name)), qPrintable(out));
         }
+        // An emptied title goes, it does not stay behind as an empty value.
+        QCOMPARE(e.OpenFile(path), 2);
+        e.SetWmaTitle(QString());
+        QVERIFY(e.SaveWma(path));
+        QCOMPARE(e.OpenFile(path), 2);
+        QCOMPARE(e.WmaAlbum(), QStringLiteral("Album"));
+        if (!MutagenPython().isEmpty()) {
+            const QString script = QString::fromUtf8(
+                ReadAll(SourceDir() + QStringLiteral("/tests/support/mutagen_dump_other.py")));
+            const QString out = RunPython(script, {QStringLiteral("asf"), path});
+            QVERIFY2(!out.contains(QLatin1String("\"Title\"")), qPrintable(out));
+        }
+        QVERIFY(AudioUnchanged(path, QStringLiteral("tone.wma"), 2));
     }
 
     // A tag that claims more bytes than the file has: a rewrite would drop the audio.

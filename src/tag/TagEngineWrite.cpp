@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <sys/stat.h>
@@ -648,22 +649,65 @@ void KeepExtendedDescriptionFirst(TagLib::ASF::Tag& tag,
     }
 }
 
-// TagLib always writes a content description object; one with nothing in it, where the
-// file had none, goes again, so that a save adds no empty title, author and the like.
-void DropEmptyContentDescription(CheckedStream& stream) {
+// The lengths of the five texts of the content description object (title, author,
+// copyright, description, rating); all 0 when the header has none.
+std::array<quint64, 5> ContentDescriptionLengths(const QByteArray& header) {
+    std::array<quint64, 5> lengths{};
+    const auto [at, size] = FindContentDescription(header);
+    if (at != 0 && size >= 34)
+        for (int i = 0; i < 5; ++i)
+            lengths[i] = Le(header, at + 24 + 2 * i, 2);
+    return lengths;
+}
+
+// TagLib writes all five texts of the content description object, an empty one as a lone
+// terminator that other readers show as an empty value, and it writes the object where
+// the file had none. A text that is empty now gets no bytes (unless it stood so before), and
+// an object with nothing in it, where the file had none, goes, so a save adds no empty
+// title, author, copyright, description or rating.
+void CompactContentDescription(CheckedStream& stream, bool hadDescription,
+                               const std::array<quint64, 5>& before) {
     const QByteArray header = AsfHeader(&stream);
     const auto [at, size] = FindContentDescription(header);
-    if (at == 0)
+    if (at == 0 || size < 34)
         return;
-    for (qsizetype i = at + 24 + 10; i < at + size; ++i) {
-        if (header[i] != '\0')
-            return;
+    QList<QByteArray> texts;
+    qsizetype pos = at + 34;
+    for (int i = 0; i < 5; ++i) {
+        const auto length = static_cast<qsizetype>(Le(header, at + 24 + 2 * i, 2));
+        if (pos + length > at + size)
+            return; // not as TagLib writes it: leave it
+        QByteArray text = header.mid(pos, length);
+        // An empty text stays as it stood (a lone terminator); one that had no bytes or was
+        // emptied by this save gets none.
+        if (text.count('\0') == text.size() && before[i] != quint64(text.size()))
+            text.clear();
+        texts.append(text);
+        pos += length;
     }
+    QByteArray object(reinterpret_cast<const char*>(kAsfContentDescription), 16);
+    qsizetype textBytes = 0;
+    for (const QByteArray& t : texts)
+        textBytes += t.size();
     const quint64 count = Le(header, 24, 4);
-    stream.removeBlock(static_cast<unsigned long>(at), static_cast<unsigned long>(size));
+    if (textBytes == 0 && !hadDescription) {
+        stream.removeBlock(static_cast<unsigned long>(at), static_cast<unsigned long>(size));
+        stream.seek(16);
+        stream.writeBlock(TagLib::ByteVector(LeBytes(header.size() - size, 8).constData(), 8));
+        stream.writeBlock(TagLib::ByteVector(LeBytes(count - 1, 4).constData(), 4));
+        return;
+    }
+    object += LeBytes(quint64(34 + textBytes), 8);
+    for (const QByteArray& t : texts)
+        object += LeBytes(quint64(t.size()), 2);
+    for (const QByteArray& t : texts)
+        object += t;
+    if (object.size() == size)
+        return; // nothing to take away
+    stream.insert(TagLib::ByteVector(object.constData(), static_cast<unsigned int>(object.size())),
+                  static_cast<unsigned long>(at), static_cast<unsigned long>(size));
     stream.seek(16);
-    stream.writeBlock(TagLib::ByteVector(LeBytes(header.size() - size, 8).constData(), 8));
-    stream.writeBlock(TagLib::ByteVector(LeBytes(count - 1, 4).constData(), 4));
+    stream.writeBlock(TagLib::ByteVector(LeBytes(header.size() - size + object.size(), 8).constData(), 8));
 }
 
 } // namespace
@@ -679,6 +723,7 @@ int TagEngine::SaveWma(const QString& path) {
         CheckedStream stream(native);
         const QByteArray header = AsfHeader(&stream);
         const bool hadDescription = FindContentDescription(header).first != 0;
+        const std::array<quint64, 5> lengthsBefore = ContentDescriptionLengths(header);
         stream.seek(0);
         bool saved = false;
         {
@@ -691,8 +736,8 @@ int TagEngine::SaveWma(const QString& path) {
             KeepExtendedDescriptionFirst(*f.tag(), ExtendedDescriptionTexts(header));
             saved = f.save();
         }
-        if (saved && !hadDescription)
-            DropEmptyContentDescription(stream);
+        if (saved)
+            CompactContentDescription(stream, hadDescription, lengthsBefore);
         return Finished(
             stream, saved,
             [&] {
