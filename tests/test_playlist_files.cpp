@@ -6,6 +6,7 @@
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
+#include "core/TextCodec.h"
 #include "playlist/PlaylistColumns.h"
 #include "playlist/modPlaylistFile.h"
 
@@ -83,10 +84,10 @@ private slots:
     void linesAndEncodings() {
         QCOMPARE(SplitPlaylistLines(QStringLiteral("a\r\nb\nc")), (QStringList{"a", "b", "c"}));
         QCOMPARE(SplitPlaylistLines(QStringLiteral("a\r\n\r\nb\r\n")), (QStringList{"a", "", "b"}));
-        QCOMPARE(DecodePlaylistText(QByteArray("\xEF\xBB\xBF"
-                                               "B\xC3\xA4r")),
+        QCOMPARE(DecodeTextFile(QByteArray("\xEF\xBB\xBF"
+                                           "B\xC3\xA4r")),
                  QStringLiteral("Bär"));
-        QCOMPARE(DecodePlaylistText(QByteArray("B\xE4r \x80")), QStringLiteral("Bär €"));
+        QCOMPARE(DecodeTextFile(QByteArray("B\xE4r \x80")), QStringLiteral("Bär €"));
     }
 
     // ---- M3U reader -------------------------------------------------------------------

@@ -1,5 +1,7 @@
 #include "core/modLanguage.h"
 
+#include "core/TextCodec.h"
+
 #include "core/AppPaths.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
@@ -17,19 +19,6 @@
 namespace {
 bool g_changed = false;
 
-QString DecodeText(const QByteArray& bytes) {
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = utf8.decode(bytes);
-    if (!utf8.hasError()) {
-        if (text.startsWith(QChar(0xFEFF)))
-            text.remove(0, 1);
-        return text;
-    }
-    QStringDecoder cp1252("windows-1252");
-    if (cp1252.isValid())
-        return cp1252.decode(bytes);
-    return QString::fromLatin1(bytes);
-}
 } // namespace
 
 QString LanguageNameFromFile(const QString& fileName) {
@@ -47,7 +36,7 @@ QString ImportLanguage(int slot, const QString& path) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return QString();
-    const QString text = DecodeText(f.readAll());
+    const QString text = DecodeTextFile(f.readAll());
     const QString name = LanguageNameFromFile(path);
     if (name.isEmpty())
         return QString();

@@ -1,5 +1,7 @@
 #include "playlist/modPlaylistFile.h"
 
+#include "core/TextCodec.h"
+
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
@@ -169,20 +171,6 @@ QString PlaylistMegabytes(qint64 bytes) {
     return QLocale().toString(double(bytes) / 1024.0 / 1024.0, 'f', 3);
 }
 
-QString DecodePlaylistText(const QByteArray& bytes) {
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = utf8.decode(bytes);
-    if (!utf8.hasError()) {
-        if (text.startsWith(QChar(0xFEFF)))
-            text.remove(0, 1);
-        return text;
-    }
-    QStringDecoder cp1252("windows-1252");
-    if (cp1252.isValid())
-        return cp1252.decode(bytes);
-    return QString::fromLatin1(bytes);
-}
-
 QStringList SplitPlaylistLines(const QString& text) {
     QStringList lines;
     qsizetype start = 0;
@@ -303,7 +291,7 @@ QString PlaylistTimeSizeText(const DataGrid& g, const QString& markText) {
 int ParseM3u(const QByteArray& bytes, const QString& path, DataGrid& grid) {
     QString playlistFolder, playlistName;
     SplitPath(path, playlistFolder, playlistName);
-    const QStringList lines = SplitPlaylistLines(DecodePlaylistText(bytes));
+    const QStringList lines = SplitPlaylistLines(DecodeTextFile(bytes));
     RowRecord rec;
     int added = 0;
     // The first line is dropped unseen, whatever it holds.
@@ -338,7 +326,7 @@ int ParseM3u(const QByteArray& bytes, const QString& path, DataGrid& grid) {
 int ParsePls(const QByteArray& bytes, const QString& path, DataGrid& grid) {
     QString playlistFolder, playlistName;
     SplitPath(path, playlistFolder, playlistName);
-    const QStringList lines = SplitPlaylistLines(DecodePlaylistText(bytes));
+    const QStringList lines = SplitPlaylistLines(DecodeTextFile(bytes));
     RowRecord rec;
     int added = 0;
     auto valueOf = [](const QString& line) {

@@ -48,9 +48,6 @@ bool IsAbsoluteEntry(QStringView path);
 bool SongFileExists(const QString& path, qint64* bytes = nullptr);
 // Size in MiB with the pattern "#,##0.000" in the locale.
 QString PlaylistMegabytes(qint64 bytes);
-// Text of a playlist file: UTF-8 (a byte-order mark is dropped), or Windows-1252 when
-// the bytes are not valid UTF-8.
-QString DecodePlaylistText(const QByteArray& bytes);
 // The lines of a text: ended by CR LF, LF or the end of the text. A text that ends
 // with a line end has no empty last line.
 QStringList SplitPlaylistLines(const QString& text);
