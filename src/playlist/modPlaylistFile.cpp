@@ -12,7 +12,6 @@
 
 #include <QFile>
 #include <QLocale>
-#include <QStringDecoder>
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
