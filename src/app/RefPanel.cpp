@@ -42,12 +42,22 @@ RefPanel* RefPanel::Install(InputDataPage* page, ListProgress* progress) {
 RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     : QWidget(parent), m_page(page), m_progress(progress) {
     // LbxRef goes beside LbxInput: both share a splitter in the list's place.
-    splTab1_Lists = new QSplitter(Qt::Horizontal, page);
+    // The list may already sit in a splitter of its own (the folder pane's): the pair
+    // then takes the list's place there.
+    splTab1_Lists = new QSplitter(Qt::Horizontal);
     splTab1_Lists->setObjectName(QStringLiteral("splTab1_Lists"));
     splTab1_Lists->setChildrenCollapsible(false);
-    page->body()->replaceWidget(page->LbxInput, splTab1_Lists);
-    splTab1_Lists->addWidget(page->LbxInput);
-    page->body()->setStretchFactor(splTab1_Lists, 1);
+    if (auto* outer = qobject_cast<QSplitter*>(page->LbxInput->parentWidget())) {
+        const int at = outer->indexOf(page->LbxInput);
+        outer->replaceWidget(at, splTab1_Lists);
+        splTab1_Lists->addWidget(page->LbxInput);
+    } else {
+        QVBoxLayout* body = page->body();
+        const int at = std::max(0, body->indexOf(page->LbxInput));
+        body->removeWidget(page->LbxInput);
+        splTab1_Lists->addWidget(page->LbxInput);
+        body->insertWidget(at, splTab1_Lists, 1);
+    }
 
     fraTab1_Ref = new QWidget;
     fraTab1_Ref->setObjectName(QStringLiteral("fraTab1_Ref"));

@@ -4,6 +4,7 @@
 
 #include "ListWindowFixture.h"
 #include "app/DataGridView.h"
+#include "app/InputDataPage.h"
 #include "app/RefPanel.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -115,6 +116,37 @@ private slots:
         g.prompt.answers = {true};
         FileAction(g, 5);
         QVERIFY(!QFile::exists(chosen));
+    }
+
+    // Both lists shown: the window still fits a 1280x800 screen, in both languages.
+    // With QLT_SHOT_DIR set, a picture of the window is written there for each language.
+    void bothListsFitSmallScreen() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        FillSampleRows();
+        Control<QCheckBox>(g.window.get(), "chbTab1_NoMsg")->setChecked(true);
+        Grids::LbxInput().SelectAll();
+        CopyToRef(g);
+        g.window->resize(1280, 800);
+        g.window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(g.window.get()));
+        auto* tabs = Control<QTabWidget>(g.window.get(), "TabInput1_Sub1");
+        for (int language : {3, kLanguageEnglish}) {
+            SetLanguageColumn(language);
+            g.window->LanguageChanged();
+            InputDataPage::SelectSubTab(tabs, SubTab::Compare);
+            QTest::qWait(50);
+            const QString dir = qEnvironmentVariable("QLT_SHOT_DIR");
+            if (!dir.isEmpty())
+                g.window->grab().save(QStringLiteral("%1/ref_%2.png").arg(dir).arg(language));
+            const QSize min = g.window->minimumSizeHint();
+            QVERIFY2(min.width() <= 1280 && min.height() <= 800,
+                     qPrintable(QStringLiteral("%1x%2").arg(min.width()).arg(min.height())));
+            QCOMPARE(g.window->size(), QSize(1280, 800));
+            QVERIFY(Control<QWidget>(g.window.get(), "LbxRef")->isVisible());
+            QVERIFY(Control<QWidget>(g.window.get(), "LbxInput")->width() > 300);
+            QVERIFY(Control<QWidget>(g.window.get(), "LbxRef")->width() > 200);
+        }
     }
 };
 
