@@ -309,6 +309,47 @@ private slots:
             QCOMPARE(input.CellText(r, InCol::FTag), QString());
     }
 
+    void remarksRowsAndClear() {
+        DataGrid ref;
+        DefineRefColumns(ref);
+        ScriptedPrompt prompt;
+        QVERIFY(!ClearReflist(ref, prompt)); // empty: the guard
+        for (int i = 0; i < 4; ++i)
+            ref.AddRow(
+                {QStringLiteral("r%1").arg(i), i % 2 ? "m" : "", "yes", QStringLiteral("%1.mp3").arg(i)});
+        ref.Tag = QStringLiteral("/x.ref");
+
+        prompt.answers = {false};
+        QVERIFY(!RefRemoveRemarks(ref, prompt));
+        QCOMPARE(ref.CellText(1, RefCol::Remark), QStringLiteral("r0"));
+        prompt.answers = {true};
+        QVERIFY(RefRemoveRemarks(ref, prompt));
+        QCOMPARE(ref.CellText(4, RefCol::Remark), QString());
+
+        // By mark: the rows with the mark; by selection when the box is empty.
+        prompt.answers = {true};
+        QCOMPARE(DeleteRefRows(ref, QStringLiteral("m"), prompt), 2);
+        QCOMPARE(ref.Rows(), 2);
+        QCOMPARE(ref.FooterText(RefCol::FileName), QStringLiteral("2"));
+        QCOMPARE(DeleteRefRows(ref, QString(), prompt), 0); // nothing selected
+        ref.SetSelected(1, true);
+        prompt.answers = {false};
+        QCOMPARE(DeleteRefRows(ref, QString(), prompt), 0);
+        prompt.answers = {true};
+        QCOMPARE(DeleteRefRows(ref, QString(), prompt), 1);
+        QCOMPARE(ref.CellText(1, RefCol::FileName), QStringLiteral("2.mp3"));
+
+        // Clearing asks twice; a No to the second keeps the list.
+        prompt.answers = {true, false};
+        QVERIFY(!ClearReflist(ref, prompt));
+        QCOMPARE(ref.Rows(), 1);
+        prompt.answers = {true, true};
+        QVERIFY(ClearReflist(ref, prompt));
+        QCOMPARE(ref.Rows(), 0);
+        QCOMPARE(ref.Cols(), 16);
+        QVERIFY(ref.Tag.isEmpty());
+    }
+
     void matchLargeListsQuickly() {
         // The lookup goes through a hash index: 20,000 x 20,000 rows in well under the
         // time a row-by-row search would take (timed in bench/, here only the result).

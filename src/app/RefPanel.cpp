@@ -91,6 +91,9 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     btnTab1_ToggleRef = button("btnTab1_ToggleRef");
     btnTab1_RefCheckPath = button("btnTab1_RefCheckPath");
     btnTab1_MarkMatches = button("btnTab1_MarkMatches");
+    btnTab1_RefRemoveRemark = button("btnTab1_RefRemoveRemark");
+    btnTab1_DeleteRefRows = button("btnTab1_DeleteRefRows");
+    btnTab1_ClearReflist = button("btnTab1_ClearReflist");
     optTab1_Match_R_D = new QRadioButton(this);
     optTab1_Match_R_D->setObjectName(QStringLiteral("optTab1_Match_R_D"));
     optTab1_Match_D_R = new QRadioButton(this);
@@ -107,7 +110,10 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     grid->addWidget(btnTab1_MarkMatches, 0, 1);
     grid->addWidget(optTab1_Match_R_D, 1, 1);
     grid->addWidget(optTab1_Match_D_R, 2, 1);
-    grid->setColumnStretch(2, 1);
+    grid->addWidget(btnTab1_RefRemoveRemark, 0, 2);
+    grid->addWidget(btnTab1_DeleteRefRows, 1, 2);
+    grid->addWidget(btnTab1_ClearReflist, 2, 2);
+    grid->setColumnStretch(3, 1);
 
     SumTarget sums = DefaultSumTarget(SumList::Ref);
     sums.grid = &Grids::LbxRef();
@@ -125,6 +131,16 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     connect(btnTab1_ToggleRef, &QPushButton::clicked, this, [this] { ShowRefList(!RefListShown()); });
     connect(btnTab1_RefCheckPath, &QPushButton::clicked, this, &RefPanel::RefCheckPathClick);
     connect(btnTab1_MarkMatches, &QPushButton::clicked, this, &RefPanel::MarkMatchesClick);
+    connect(btnTab1_RefRemoveRemark, &QPushButton::clicked, this,
+            [] { RefRemoveRemarks(Grids::LbxRef(), AppPrompt()); });
+    connect(btnTab1_DeleteRefRows, &QPushButton::clicked, this, [this] {
+        DeleteRefRows(Grids::LbxRef(), txtTab1_FTagRef->text(), AppPrompt());
+        ShowSums();
+    });
+    connect(btnTab1_ClearReflist, &QPushButton::clicked, this, [this] {
+        ClearReflist(Grids::LbxRef(), AppPrompt());
+        ShowSums();
+    });
 }
 
 void RefPanel::DefineColumns() {

@@ -34,6 +34,9 @@ public:
     QRadioButton* optTab1_Match_R_D;
     QRadioButton* optTab1_Match_D_R;
     QCheckBox* chbTab1_RefD;
+    QPushButton* btnTab1_RefRemoveRemark;
+    QPushButton* btnTab1_DeleteRefRows;
+    QPushButton* btnTab1_ClearReflist;
 
     void DefineColumns(); // the sixteen columns and the user's widths
     void SaveColumnWidths() const;

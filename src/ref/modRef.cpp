@@ -260,3 +260,67 @@ RefCheckResult RefCheckPath(DataGrid& ref) {
     ref.Refresh();
     return result;
 }
+
+// ---- commands on the list ----------------------------------------------------------------
+
+bool RefRemoveRemarks(DataGrid& ref, Prompt& prompt) {
+    if (ref.Rows() == 0) {
+        prompt.Tell(Caption(CapListEmpty), Prompt::Icon::Information);
+        return false;
+    }
+    if (!prompt.AskYesNo(Caption(CapRemoveRemarksQuestion), false))
+        return false;
+    ref.LockUpdate(true);
+    for (int r = 1; r <= ref.Rows(); ++r) {
+        if (!ref.CellView(r, RefCol::Remark).isEmpty())
+            ref.SetCellText(r, RefCol::Remark, QString());
+    }
+    ref.LockUpdate(false);
+    ref.Refresh();
+    return true;
+}
+
+int DeleteRefRows(DataGrid& ref, const QString& mark, Prompt& prompt) {
+    if (ref.Rows() == 0) {
+        prompt.Tell(Caption(CapListEmpty), Prompt::Icon::Information);
+        return 0;
+    }
+    std::vector<int> rows;
+    for (int r = 1; r <= ref.Rows(); ++r) {
+        if (mark.isEmpty() ? ref.IsSelected(r) : ref.CellView(r, RefCol::FTag) == mark)
+            rows.push_back(r);
+    }
+    if (rows.empty()) {
+        prompt.Tell(Caption(CapNoRowSelected), Prompt::Icon::Information);
+        return 0;
+    }
+    const QString question = Caption(mark.isEmpty() ? CapDeleteRefRowsSelected : CapDeleteRefRowsMarked) +
+                             QLatin1String("\n\n") + CountText(CapSelectedRowsCount, qint64(rows.size()));
+    if (!prompt.AskYesNo(question, false))
+        return 0;
+    ref.LockUpdate(true);
+    // The rows chosen become the selection and go in one pass.
+    ref.ClearSelection();
+    for (int r : rows)
+        ref.SetSelected(r, true);
+    const int removed = ref.DeleteSelected();
+    ShowRefTotals(ref);
+    ref.SetCurRow(ref.Rows() > 0 ? 1 : 0);
+    ref.LockUpdate(false);
+    ref.Refresh();
+    return removed;
+}
+
+bool ClearReflist(DataGrid& ref, Prompt& prompt) {
+    if (ref.Rows() == 0) {
+        prompt.Tell(Caption(CapListEmpty), Prompt::Icon::Information);
+        return false;
+    }
+    if (!prompt.AskYesNo(Caption(CapRemoveEntriesListQuestion), false) ||
+        !prompt.AskYesNo(Caption(CapClearRefListSure), false))
+        return false;
+    ref.Clear();
+    ref.Tag.clear();
+    ShowRefTotals(ref);
+    return true;
+}

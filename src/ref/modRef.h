@@ -61,3 +61,14 @@ struct RefCheckResult {
 // btnTab1_RefCheckPath: column 3 of every row becomes the found or the missing word.
 // No file and no other column changes.
 RefCheckResult RefCheckPath(DataGrid& ref);
+
+// ---- commands on the list ------------------------------------------------------------
+// btnTab1_RefRemoveRemark: after Caption(1257) (No default) empties column 1 of all rows.
+bool RefRemoveRemarks(DataGrid& ref, Prompt& prompt);
+// btnTab1_DeleteRefRows: with `mark` empty the selected rows, else the rows whose mark
+// is `mark`, after Caption(193) or (194) with Caption(195) and the count (No default).
+// Returns the number of rows removed.
+int DeleteRefRows(DataGrid& ref, const QString& mark, Prompt& prompt);
+// btnTab1_ClearReflist: after Caption(644) and, as a second check, Caption(1375), clears
+// the list and its Tag.
+bool ClearReflist(DataGrid& ref, Prompt& prompt);

@@ -73,6 +73,19 @@ private slots:
         // A deleted row brings the footers up to date.
         ref.DeleteRow(1);
         QCOMPARE(ref.FooterText(RefCol::FileName), QString::number(ref.Rows()));
+
+        // Remove the marked rows, then clear the list (asked twice).
+        InputDataPage::SelectSubTab(Control<QTabWidget>(g.window.get(), "TabInput1_Sub1"), SubTab::Compare);
+        const int before = ref.Rows();
+        ref.SetCellText(1, RefCol::FTag, QStringLiteral("gone"));
+        QTest::keyClicks(Control<QLineEdit>(g.window.get(), "txtTab1_FTagRef"), QStringLiteral("gone"));
+        g.prompt.answers = {true};
+        Click(g, "btnTab1_DeleteRefRows");
+        QCOMPARE(ref.Rows(), before - 1);
+        g.prompt.answers = {true, true};
+        Click(g, "btnTab1_ClearReflist");
+        QCOMPARE(ref.Rows(), 0);
+        QCOMPARE(ref.FooterText(RefCol::FileName), QStringLiteral("0"));
     }
 
     void saveLoadCheckAndMatch() {
