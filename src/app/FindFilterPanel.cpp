@@ -94,7 +94,6 @@ FindFilterPanel::FindFilterPanel(InputDataPage* page, ListProgress* progress, QW
         chbTab1_Find[i]->setObjectName(QStringLiteral("chbTab1_Find(%1)").arg(i));
     }
     // The reference list does not exist in this program yet: the box stays off.
-    chbTab1_Find[2]->setEnabled(false);
     find->addWidget(cmbTab1_Find, 0, 0, 1, 2);
     find->addWidget(btnTab1_M_Find, 0, 2);
     find->addWidget(cmbTab1_FindInColumn, 1, 0, 1, 2);
@@ -232,8 +231,7 @@ void FindFilterPanel::btnTab1_M_Find_Click() {
     FindResult r;
     {
         WaitCursor wait;
-        DataGrid noRefList; // stands for LbxRef until the reference list exists; never searched
-        r = ::btnTab1_M_Find_Click(Grids::LbxInput(), noRefList, o, InputListEnv(m_page, m_progress));
+        r = ::btnTab1_M_Find_Click(Grids::LbxInput(), Grids::LbxRef(), o, InputListEnv(m_page, m_progress));
     }
     if (!r.ran) {
         cmbTab1_Find->setFocus();

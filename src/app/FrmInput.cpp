@@ -16,6 +16,7 @@
 #include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/PlayerPanel.h"
+#include "app/RefPanel.h"
 #include "app/RenamePanel.h"
 #include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
@@ -79,6 +80,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     filesPanel = FilesPanel::Install(pageData, listProgress, renamePanel);
     scanPanel = ScanPanel::Install(pageData, listProgress);
     playerPanel = PlayerPanel::Install(pageData);
+    refPanel = RefPanel::Install(pageData, listProgress);
     frmTag = new FrmTag;
     renamePanel->tagSetOfTagWindow = [this] { return int(frmTag->ChosenSet()); };
     frmTexte = new FrmTexte;
@@ -119,6 +121,9 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
                                              pageData->chbTab1_NoMsg->isChecked()) >= 0)
             TabInput->setCurrentWidget(frmPlaylist);
     };
+    // The reference list: filled from the data list, saved and loaded by the file box.
+    connect(listsPanel, &ListsPanel::copyToReflistRequested, refPanel, &RefPanel::CopyToReflist);
+    connect(scanPanel, &ScanPanel::refListCommand, refPanel, &RefPanel::HandleFileCommand);
     // The scan, the update and the load of a list give the filter its value lists.
     connect(scanPanel, &ScanPanel::valueListsChanged, findFilterPanel, &FindFilterPanel::SetQualityLists);
     connect(scanPanel, &ScanPanel::scanFinished, findFilterPanel, &FindFilterPanel::ListRefilled);
@@ -161,7 +166,10 @@ StartupSteps FrmInput::Steps() {
         frmPreferences->SetCmbLanguages(l);
     };
     s.selectFirstMainTab = [this] { TabInput->setCurrentIndex(0); };
-    s.defineGrids = [this] { pageData->DefineColumns(); };
+    s.defineGrids = [this] {
+        pageData->DefineColumns();
+        refPanel->DefineColumns();
+    };
     s.setCaptions = [] { SetCaptions(); };
     s.applySettings = [this] { ApplySettings(); };
     s.resetTabsAndRedraw = [this] {
@@ -195,10 +203,7 @@ void FrmInput::ApplySettings() {
     marksPanel->ApplySettings();
     renamePanel->ApplySettings();
     playerPanel->ApplySettings();
-    {
-        DataGrid noRefList; // LbxRef comes with the reference list; until then row 77 waits
-        ApplyStartupPatterns(Settings(), Grids::LbxInput(), noRefList);
-    }
+    ApplyStartupPatterns(Settings(), Grids::LbxInput(), Grids::LbxRef());
     frmPreferences->ApplySettings();
     frmPlaylist->ApplySettings();
 }
@@ -209,6 +214,7 @@ StartCheck FrmInput::FormLoad(Prompt& prompt) {
 
 void FrmInput::SetGridHeaders() {
     SetInputColumnCaptions(Grids::LbxInput());
+    refPanel->SetColumnCaptions();
     SetCaptionTableHeaders();
     frmPlaylist->SetGridHeaders();
 }
@@ -235,6 +241,7 @@ QuitSteps FrmInput::QuitStepsOfWindows() {
     };
     s.unloadForms = [this] {
         pageData->SaveColumnWidths();
+        refPanel->SaveColumnWidths();
         m_unloading = true;
         if (m_cap)
             m_cap->close();

@@ -20,6 +20,7 @@ class FrmTexte;
 class InputDataPage;
 class ListProgressBar;
 class ListsPanel;
+class RefPanel;
 class MarksPanel;
 class PlayerPanel;
 class Prompt;
@@ -56,6 +57,7 @@ public:
     FindFilterPanel* findFilterPanel; // TabInput1_Sub1: find and filter
     MarksPanel* marksPanel;           // TabInput1_Sub2: marks
     ListsPanel* listsPanel;           // TabInput1_Sub2: lists
+    RefPanel* refPanel;               // TabInput1_Sub1: compare, and LbxRef beside the list
     FilesPanel* filesPanel;           // TabInput1_Sub2: copy, move, replace, delete
     RenamePanel* renamePanel;         // TabInput1_Sub2: rename commands and undo
     PlayerPanel* playerPanel;         // TabInput1_Sub2: the player

@@ -52,7 +52,6 @@ ListsPanel::ListsPanel(InputDataPage* page, ListProgress* progress, QWidget* par
     optTab1_CopyToTaglist = option("optTab1_CopyToTaglist");
     optTab1_RemoveEntry = option("optTab1_RemoveEntry");
     // The reference list does not exist in this program yet.
-    optTab1_CopyToReflist->setEnabled(false);
     optTab1_FileExport->setChecked(true);
     auto* group = new QButtonGroup(this);
     for (QRadioButton* o : {optTab1_FileExport, optTab1_CopyToPlaylist, optTab1_CopyToReflist,
@@ -83,6 +82,8 @@ void ListsPanel::btnTab1_Sub2_1_OK_Click() {
         CopyToTaglist();
     else if (optTab1_CopyToPlaylist->isChecked())
         emit copyToPlaylistRequested();
+    else if (optTab1_CopyToReflist->isChecked())
+        emit copyToReflistRequested();
     else
         AppPrompt().Tell(Caption(CapNoActionChosen), Prompt::Icon::Warning);
 }

@@ -41,6 +41,8 @@ signals:
     void copyToTaglistRequested(const QString& typeText);
     // The selected rows go to the playlist (FrmPlaylist takes them with its questions).
     void copyToPlaylistRequested();
+    // The selected rows go to the reference list (optTab1_CopyToReflist).
+    void copyToReflistRequested();
 
 private:
     QString DefaultChooseExportFile();

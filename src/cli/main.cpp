@@ -27,6 +27,8 @@ const Command kCommands[] = {
     {"rename", "rename FILE|DIR... --do COMMAND [--subfolders] [--dry-run] [--json]",
      "rename files by the rules of the data list's rename commands", RunRename},
     {"undo", "undo [--json]", "put back the names of the last rename batch of this tool", RunUndo},
+    {"ref", "ref FILE.ref [--json|--check|--match FILE.data] | ref --from FILE.data --save FILE.ref",
+     "print, build, check or match a reference list", RunRef},
 };
 
 void PrintHelp() {

@@ -384,6 +384,7 @@ constexpr CaptionRow CapNoAtSign = 1337; // "The name holds no "@"."
 constexpr CaptionRow CapFindHint = 1341; // "Enter text to find"
 constexpr CaptionRow CapSyncTextUnsaved = 1350; // "The synchronised text has been changed and is not sa..."
 constexpr CaptionRow CapNewFileNamePrompt = 1355; // "New file name:"
+constexpr CaptionRow CapRefColFound = 1356; // "Found" (header of the found remark of the reference list)
 constexpr CaptionRow CapRandomCountPrompt = 1366; // "How many rows are to be picked at random?"
 constexpr CaptionRow CapSumsPending = 1372; // "Calculating sums …"
 constexpr CaptionRow CapClearRefListSure = 1375; // "Are you sure? The whole reference list will be empt..."

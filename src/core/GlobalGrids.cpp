@@ -17,6 +17,10 @@ DataGrid& LbxInput() {
     static DataGrid* g = Make("LbxInput");
     return *g;
 }
+DataGrid& LbxRef() {
+    static DataGrid* g = Make("LbxRef");
+    return *g;
+}
 DataGrid& lbxLink() {
     static DataGrid* g = Make("lbxLink");
     return *g;

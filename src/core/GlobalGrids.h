@@ -7,6 +7,7 @@ class DataGrid;
 
 namespace Grids {
 DataGrid& LbxInput();         // the data list (FrmInput)
+DataGrid& LbxRef();           // the reference list (FrmInput); Tag = its .ref file
 DataGrid& lbxLink();          // stored links: Bez, Link (FrmPreferences)
 DataGrid& lbxRating();        // the six rating names (FrmPreferences)
 DataGrid& LbxPic_Extern();    // pictures on disk; Tag "changes" = unsaved links (FrmPictures)

@@ -58,22 +58,32 @@ QString SavedListPath(const QString& chosenPath) {
     return chosenPath + QLatin1String(".data");
 }
 
+bool WriteListFile(DataGrid& list, const QString& path, int footerCol, int busyCaption, bool noMsg,
+                   Prompt& prompt) {
+    const bool hasFooter = list.Cols() >= footerCol;
+    if (hasFooter)
+        list.SetFooterText(footerCol, Caption(busyCaption));
+    const bool ok = list.SaveFile(path);
+    if (hasFooter)
+        list.SetFooterText(footerCol, QString::number(list.Rows()));
+    if (!ok) {
+        prompt.Tell(Caption(CapFileSaveFailed) + QLatin1String("\n\n") + path, Prompt::Icon::Critical);
+        return false;
+    }
+    if (!noMsg)
+        prompt.Tell(Caption(CapListSaved), Prompt::Icon::Information);
+    return true;
+}
+
 bool SaveList(DataGrid& list, const QString& chosenPath, const SavedListOptions& options, Prompt& prompt,
               QString* writtenPath) {
     if (chosenPath.isEmpty())
         return false;
     const QString path = SavedListPath(chosenPath);
-    SetFooter(list, Caption(CapSavingList));
-    const bool ok = list.SaveFile(path);
-    SetFooter(list, QString::number(list.Rows()));
-    if (!ok) {
-        prompt.Tell(Caption(CapFileSaveFailed) + QLatin1String("\n\n") + path, Prompt::Icon::Critical);
+    if (!WriteListFile(list, path, kFooterCol, CapSavingList, options.noMsg, prompt))
         return false;
-    }
     if (writtenPath)
         *writtenPath = path;
-    if (!options.noMsg)
-        prompt.Tell(Caption(CapListSaved), Prompt::Icon::Information);
     return true;
 }
 

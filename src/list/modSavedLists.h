@@ -31,6 +31,12 @@ QString SavedListFilter();
 // (in any case), so "my.data.old" stays as it is.
 QString SavedListPath(const QString& chosenPath);
 
+// The write shared by saved data lists and reference lists: `busyCaption` stands in the
+// footer of `footerCol` meanwhile, then the row count. A failure shows Caption(221) with
+// the path (critical); success shows Caption(128) unless noMsg.
+bool WriteListFile(DataGrid& list, const QString& path, int footerCol, int busyCaption, bool noMsg,
+                   Prompt& prompt);
+
 // Writes the whole list. Footer of column 3: Caption(93) meanwhile, then the row count.
 // Unless noMsg, success is reported; a failure always (critical icon). `writtenPath`
 // receives the path with its extension.

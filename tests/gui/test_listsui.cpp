@@ -202,11 +202,11 @@ private slots:
         QCOMPARE(spy.at(0).at(0).toString(), list.CellText(3, InCol::Type));
     }
 
-    void listsThatDoNotExistYetCannotBeChosen() {
+    void everyListCanBeChosen() {
         GuiProgram g;
         QVERIFY(g.Start());
         QVERIFY(Control<QRadioButton>(g.window.get(), "optTab1_CopyToPlaylist")->isEnabled());
-        QVERIFY(!Control<QRadioButton>(g.window.get(), "optTab1_CopyToReflist")->isEnabled());
+        QVERIFY(Control<QRadioButton>(g.window.get(), "optTab1_CopyToReflist")->isEnabled());
         QCOMPARE(Control<QRadioButton>(g.window.get(), "optTab1_FileExport")->text(), Caption(241));
         QCOMPARE(Control<QPushButton>(g.window.get(), "btnTab1_Sub2_1_OK")->text(), Caption(236));
     }

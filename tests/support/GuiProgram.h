@@ -26,6 +26,8 @@ struct GuiProgram {
         Grids::LbxSText().Tag.clear();
         Grids::LbxPic_Extern().Tag.clear();
         Grids::LbxInput().Clear();
+        Grids::LbxRef().Clear();
+        Grids::LbxRef().Tag.clear();
         QDir(folder.path()).mkpath(QStringLiteral("temp"));
         QDir(folder.path()).mkpath(QStringLiteral("language"));
         // The texts the program ships with, built beside the program.

@@ -1,0 +1,261 @@
+#include "app/RefPanel.h"
+
+#include "app/DataGridView.h"
+#include "app/InputDataPage.h"
+#include "app/InputListEnv.h"
+#include "app/MessageBoxPrompt.h"
+#include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
+#include "core/DataGrid.h"
+#include "core/GlobalGrids.h"
+#include "list/modList.h"
+#include "list/modListEnv.h"
+#include "ref/modRef.h"
+#include "ref/modRefMatch.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace {
+QSettings UserStore() {
+    return QSettings(QStringLiteral("Quillotune"), QStringLiteral("Quillotune"));
+}
+const QString kWidthsKey = QStringLiteral("LbxRef/ColWidths");
+} // namespace
+
+RefPanel* RefPanel::Install(InputDataPage* page, ListProgress* progress) {
+    auto* panel = new RefPanel(page, progress);
+    page->AddSubTab(page->TabInput1_Sub1, panel, QStringLiteral("pagTab1_Compare"), SubTab::Compare);
+    return panel;
+}
+
+RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
+    : QWidget(parent), m_page(page), m_progress(progress) {
+    // LbxRef goes beside LbxInput: both share a splitter in the list's place.
+    // The list may already sit in a splitter of its own (the folder pane's): the pair
+    // then takes the list's place there.
+    splTab1_Lists = new QSplitter(Qt::Horizontal);
+    splTab1_Lists->setObjectName(QStringLiteral("splTab1_Lists"));
+    splTab1_Lists->setChildrenCollapsible(false);
+    if (auto* outer = qobject_cast<QSplitter*>(page->LbxInput->parentWidget())) {
+        const int at = outer->indexOf(page->LbxInput);
+        outer->replaceWidget(at, splTab1_Lists);
+        splTab1_Lists->addWidget(page->LbxInput);
+    } else {
+        QVBoxLayout* body = page->body();
+        const int at = std::max(0, body->indexOf(page->LbxInput));
+        body->removeWidget(page->LbxInput);
+        splTab1_Lists->addWidget(page->LbxInput);
+        body->insertWidget(at, splTab1_Lists, 1);
+    }
+
+    fraTab1_Ref = new QWidget;
+    fraTab1_Ref->setObjectName(QStringLiteral("fraTab1_Ref"));
+    auto* refLayout = new QVBoxLayout(fraTab1_Ref);
+    refLayout->setContentsMargins(0, 0, 0, 0);
+    refLayout->setSpacing(3);
+    LbxRef = new DataGridView(&Grids::LbxRef(), fraTab1_Ref);
+    LbxRef->setObjectName(QStringLiteral("LbxRef"));
+    refLayout->addWidget(LbxRef, 1);
+    auto* refStatus = new QHBoxLayout;
+    txtTab1_FTagRef = new QLineEdit(fraTab1_Ref);
+    txtTab1_FTagRef->setObjectName(QStringLiteral("txtTab1_FTagRef"));
+    txtTab1_FTagRef->setMaximumWidth(140);
+    txtTab1_FTagRef->setClearButtonEnabled(true);
+    lblTab1_TimeSizeMarkedRef = new QLabel(fraTab1_Ref);
+    lblTab1_TimeSizeMarkedRef->setObjectName(QStringLiteral("lblTab1_TimeSizeMarkedRef"));
+    lblTab1_TimeSizeMarkedRef->setFrameShape(QFrame::StyledPanel);
+    refStatus->addWidget(txtTab1_FTagRef);
+    refStatus->addWidget(lblTab1_TimeSizeMarkedRef, 1);
+    refLayout->addLayout(refStatus);
+    splTab1_Lists->addWidget(fraTab1_Ref);
+    splTab1_Lists->setStretchFactor(0, 3);
+    splTab1_Lists->setStretchFactor(1, 2);
+    fraTab1_Ref->hide();
+
+    auto button = [this](const char* name) {
+        auto* b = new QPushButton(this);
+        b->setObjectName(QString::fromLatin1(name));
+        return b;
+    };
+    btnTab1_ToggleRef = button("btnTab1_ToggleRef");
+    btnTab1_RefCheckPath = button("btnTab1_RefCheckPath");
+    btnTab1_MarkMatches = button("btnTab1_MarkMatches");
+    btnTab1_RefRemoveRemark = button("btnTab1_RefRemoveRemark");
+    btnTab1_DeleteRefRows = button("btnTab1_DeleteRefRows");
+    btnTab1_ClearReflist = button("btnTab1_ClearReflist");
+    optTab1_Match_R_D = new QRadioButton(this);
+    optTab1_Match_R_D->setObjectName(QStringLiteral("optTab1_Match_R_D"));
+    optTab1_Match_D_R = new QRadioButton(this);
+    optTab1_Match_D_R->setObjectName(QStringLiteral("optTab1_Match_D_R"));
+    optTab1_Match_R_D->setChecked(true);
+    chbTab1_RefD = new QCheckBox(this);
+    chbTab1_RefD->setObjectName(QStringLiteral("chbTab1_RefD"));
+
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 6, 6, 6);
+    grid->addWidget(btnTab1_ToggleRef, 0, 0);
+    grid->addWidget(btnTab1_RefCheckPath, 1, 0);
+    grid->addWidget(chbTab1_RefD, 2, 0);
+    grid->addWidget(btnTab1_MarkMatches, 0, 1);
+    grid->addWidget(optTab1_Match_R_D, 1, 1);
+    grid->addWidget(optTab1_Match_D_R, 2, 1);
+    grid->addWidget(btnTab1_RefRemoveRemark, 0, 2);
+    grid->addWidget(btnTab1_DeleteRefRows, 1, 2);
+    grid->addWidget(btnTab1_ClearReflist, 2, 2);
+    grid->setColumnStretch(3, 1);
+
+    SumTarget sums = DefaultSumTarget(SumList::Ref);
+    sums.grid = &Grids::LbxRef();
+    sums.markBox = [this] { return txtTab1_FTagRef->text(); };
+    sums.setLabel = [this](const QString& text) { lblTab1_TimeSizeMarkedRef->setText(text); };
+    RegisterSumTarget(SumList::Ref, sums);
+    connect(&Grids::LbxRef(), &DataGrid::selectionChanged, this, [this] {
+        if (!State().SuppressEvents)
+            ShowSums();
+    });
+    connect(txtTab1_FTagRef, &QLineEdit::textChanged, this, [this] { ShowSums(); });
+    // Every change of the rows brings the footers up to date.
+    connect(&Grids::LbxRef(), &DataGrid::rowsReset, this, [] { ShowRefTotals(Grids::LbxRef()); });
+
+    connect(btnTab1_ToggleRef, &QPushButton::clicked, this, [this] { ShowRefList(!RefListShown()); });
+    connect(btnTab1_RefCheckPath, &QPushButton::clicked, this, &RefPanel::RefCheckPathClick);
+    connect(btnTab1_MarkMatches, &QPushButton::clicked, this, &RefPanel::MarkMatchesClick);
+    connect(btnTab1_RefRemoveRemark, &QPushButton::clicked, this,
+            [] { RefRemoveRemarks(Grids::LbxRef(), AppPrompt()); });
+    connect(btnTab1_DeleteRefRows, &QPushButton::clicked, this, [this] {
+        DeleteRefRows(Grids::LbxRef(), txtTab1_FTagRef->text(), AppPrompt());
+        ShowSums();
+    });
+    connect(btnTab1_ClearReflist, &QPushButton::clicked, this, [this] {
+        ClearReflist(Grids::LbxRef(), AppPrompt());
+        ShowSums();
+    });
+}
+
+void RefPanel::DefineColumns() {
+    DefineRefColumns(Grids::LbxRef());
+    const QString widths = UserStore().value(kWidthsKey).toString();
+    if (!widths.isEmpty())
+        LbxRef->SetColumnWidthsText(widths);
+    LbxRef->SetMinWidthsFromCaptions(3);
+    ShowRefTotals(Grids::LbxRef());
+}
+
+void RefPanel::SaveColumnWidths() const {
+    QSettings s = UserStore();
+    s.setValue(kWidthsKey, LbxRef->ColumnWidthsText());
+}
+
+void RefPanel::SetColumnCaptions() {
+    SetRefColumnCaptions(Grids::LbxRef());
+}
+
+void RefPanel::ShowRefList(bool shown) {
+    fraTab1_Ref->setVisible(shown);
+}
+
+bool RefPanel::RefListShown() const {
+    return !fraTab1_Ref->isHidden();
+}
+
+void RefPanel::ShowSums() {
+    if (txtTab1_FTagRef->text().isEmpty())
+        ShowSelectionSum(SumList::Ref);
+    else
+        ShowMarkedSum(SumList::Ref);
+}
+
+void RefPanel::CopyToReflist() {
+    CopyToRefOptions o;
+    o.keepDoubles = chbTab1_RefD->isChecked();
+    o.markFilter = m_page->txtTab1_FTag->text();
+    o.noMsg = m_page->chbTab1_NoMsg->isChecked();
+    if (::CopyToReflist(Grids::LbxInput(), Grids::LbxRef(), o, InputListEnv(m_page, m_progress)) < 0)
+        return;
+    ShowRefList(true);
+    InputDataPage::SelectSubTab(m_page->TabInput1_Sub1, SubTab::Compare);
+    ShowSums();
+}
+
+QString RefPanel::DefaultChooseFile(int item) {
+    EnsureRefListFolder();
+    const QString title = Caption(CapRefListFilter);
+    const QString filter = Caption(CapRefListFilter) + QStringLiteral(" (*.ref)");
+    const QString start = RefListStartFolder();
+    if (item == 3) {
+        const QString tag = Grids::LbxRef().Tag;
+        return QFileDialog::getSaveFileName(this, title, tag.isEmpty() ? start : tag, filter);
+    }
+    if (item == 4)
+        return QFileDialog::getOpenFileName(this, title, start, filter);
+    QFileDialog dialog(window(), title, start, filter);
+    dialog.setObjectName(QStringLiteral("dlgDeleteRefList"));
+    dialog.setOption(QFileDialog::DontUseNativeDialog, true);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setLabelText(QFileDialog::Accept, Caption(CapDeleteButton));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return QString();
+    return dialog.selectedFiles().constFirst();
+}
+
+void RefPanel::HandleFileCommand(int item) {
+    DataGrid& ref = Grids::LbxRef();
+    Prompt& prompt = AppPrompt();
+    const bool noMsg = m_page->chbTab1_NoMsg->isChecked();
+    if (item == 3 && !ListNotEmpty(ref, prompt))
+        return;
+    const QString path = chooseFile ? chooseFile(item) : DefaultChooseFile(item);
+    if (path.isEmpty())
+        return; // cancelled
+    RememberRefListFolder(path);
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    if (item == 3) {
+        SaveRefList(ref, path, noMsg, prompt);
+    } else if (item == 4) {
+        if (LoadRefList(ref, path, prompt))
+            ShowRefList(true);
+    } else if (item == 5) {
+        DeleteRefList(path, noMsg, prompt);
+    }
+    QApplication::restoreOverrideCursor();
+    ShowSums();
+}
+
+void RefPanel::RefCheckPathClick() {
+    DataGrid& ref = Grids::LbxRef();
+    if (!ListNotEmpty(ref, AppPrompt()))
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    RefCheckPath(ref);
+    QApplication::restoreOverrideCursor();
+}
+
+void RefPanel::MarkMatchesClick() {
+    DataGrid& ref = Grids::LbxRef();
+    DataGrid& input = Grids::LbxInput();
+    Prompt& prompt = AppPrompt();
+    if (!ListNotEmpty(ref, prompt) || !ListNotEmpty(input, prompt))
+        return;
+    MatchOptions o;
+    o.direction = optTab1_Match_D_R->isChecked() ? MatchDirection::DataToRef : MatchDirection::RefToData;
+    o.dataMarkFilter = m_page->txtTab1_FTag->text();
+    o.refMarkFilter = txtTab1_FTagRef->text();
+    o.noMsg = m_page->chbTab1_NoMsg->isChecked();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    MarkMatches(input, ref, o, prompt);
+    QApplication::restoreOverrideCursor();
+    m_page->ShowSums();
+    ShowSums();
+}

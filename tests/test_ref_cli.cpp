@@ -1,0 +1,92 @@
+// quillotune-cli ref: a reference list built from a saved data list, printed as text and
+// JSON, checked against the disk after a file went away, and matched with the data list.
+#include "TestPaths.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+struct Run {
+    int code = -1;
+    QString out, err;
+};
+
+Run Cli(const QStringList& args) {
+    QProcess p;
+    p.start(ProgramDir() + "/quillotune-cli", args);
+    Run r;
+    if (!p.waitForFinished(120000))
+        return r;
+    r.code = p.exitCode();
+    r.out = QString::fromUtf8(p.readAllStandardOutput());
+    r.err = QString::fromUtf8(p.readAllStandardError());
+    return r;
+}
+
+} // namespace
+
+class TestRefCli : public QObject {
+    Q_OBJECT
+    QTemporaryDir tmp;
+    QString music;
+
+private slots:
+    void initTestCase() {
+        music = QDir(tmp.path()).canonicalPath() + "/music";
+        QDir().mkpath(music);
+        QVERIFY(QFile::copy(FixtureDir() + "/tone.mp3", music + "/Song.mp3"));
+        QVERIFY(QFile::copy(FixtureDir() + "/tone.flac", music + "/Tune.flac"));
+    }
+
+    void buildPrintCheckMatch() {
+        const QString data = tmp.path() + "/list.data";
+        QCOMPARE(Cli({"scan", music, "--save", data}).code, 0);
+        const Run b = Cli({"ref", "--from", data, "--save", tmp.path() + "/wanted"});
+        QCOMPARE(b.code, 0);
+        const QString ref = tmp.path() + "/wanted.ref";
+        QCOMPARE(b.out.trimmed(), QStringLiteral("rows: 2, written: %1").arg(ref));
+
+        const Run text = Cli({"ref", ref});
+        QCOMPARE(text.code, 0);
+        const QStringList lines = text.out.trimmed().split('\n');
+        QCOMPARE(lines.size(), 3);
+        QVERIFY(lines[0].startsWith("Bewertung\tFTag\tTF\tFileName"));
+        QCOMPARE(lines[0].split('\t').size(), 16);
+
+        const Run json = Cli({"ref", ref, "--json"});
+        const QJsonArray rows = QJsonDocument::fromJson(json.out.toUtf8()).array();
+        QCOMPARE(rows.size(), 2);
+        QCOMPARE(rows[0].toObject().value("Path").toString(), music);
+
+        QCOMPARE(Cli({"ref", ref, "--check"}).out.trimmed(), QStringLiteral("rows: 2, found: 2, missing: 0"));
+        QVERIFY(QFile::remove(music + "/Tune.flac"));
+        QCOMPARE(Cli({"ref", ref, "--check"}).out.trimmed(), QStringLiteral("rows: 2, found: 1, missing: 1"));
+
+        const Run m = Cli({"ref", ref, "--match", data, "--json"});
+        QCOMPARE(m.code, 0);
+        const QJsonObject o = QJsonDocument::fromJson(m.out.toUtf8()).object();
+        QCOMPARE(o.value("matches").toInt(), 2);
+        QCOMPARE(o.value("pairs").toArray().size(), 2);
+    }
+
+    void badInput() {
+        QCOMPARE(Cli({"ref"}).code, 2);
+        QCOMPARE(Cli({"ref", tmp.path() + "/none.ref"}).code, 1);
+        QFile junk(tmp.path() + "/junk.ref");
+        QVERIFY(junk.open(QIODevice::WriteOnly));
+        junk.write("\x00\x01garbage\r\n\t\t\t", 13);
+        junk.close();
+        QCOMPARE(Cli({"ref", junk.fileName(), "--check"}).code, 1);
+        QCOMPARE(Cli({"ref", "--from", tmp.path() + "/none.data", "--save", tmp.path() + "/x"}).code, 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRefCli)
+#include "test_ref_cli.moc"
