@@ -16,6 +16,7 @@
 #include "list/Marks.h"
 #include "list/modList.h"
 #include "tag/TagEngine.h"
+#include "tag/modTagJournal.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -218,6 +219,7 @@ TagBatch FrmTag::makeBatch() {
     b.noMsg = m_noMsg->isChecked();
     b.progress = progressPump();
     b.busy = &m_busy;
+    b.journalPath = TagJournalPath();
     for (QPushButton* btn : m_batchButtons)
         btn->setEnabled(false);
     m_progress->setValue(0);

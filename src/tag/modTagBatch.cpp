@@ -4,9 +4,11 @@
 #include "core/CaptionRows.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
+#include "file/modRenameJournal.h"
 #include "list/Marks.h"
 #include "list/modList.h"
 #include "tag/TagEngine.h"
+#include "tag/modTagJournal.h"
 
 bool PassesMarkFilter(const DataGrid& list, int row, const QString& filter) {
     return filter.isEmpty() || list.CellView(row, TagCol::FTag) == filter;
@@ -21,6 +23,10 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
     list.LockUpdate(true);
     if (batch.lbxInput)
         batch.lbxInput->LockUpdate(true);
+    // The old tags of each file are kept before it is written, for the undo of the batch.
+    TagJournal journal;
+    if (!batch.journalPath.isEmpty() && !rows.empty())
+        journal.Start(batch.journalPath);
     int n = 0;
     for (int row : rows) {
         if (State().AbortRequested)
@@ -29,7 +35,18 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
         if (row > list.Rows())
             continue;
         if (PassesMarkFilter(list, row, batch.markFilter)) {
-            if (step(row, TagRowPath(list, row))) {
+            const QString path = TagRowPath(list, row);
+            TagSnapshot before;
+            qint64 size = -1, mtime = -1;
+            const bool keep = journal.IsOpen() && batch.engine && batch.engine->OpenFile(path) != 0 &&
+                              FileStamp(path, size, mtime);
+            if (keep)
+                before = TakeTagSnapshot(*batch.engine, path);
+            const bool ok = step(row, path);
+            qint64 size2 = -1, mtime2 = -1;
+            if (keep && FileStamp(path, size2, mtime2) && (size2 != size || mtime2 != mtime))
+                journal.Add(std::move(before));
+            if (ok) {
                 ++result.done;
             } else {
                 list.SetCellText(row, TagCol::FTag, Mark::Failed);
@@ -43,6 +60,7 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
         batch.lbxInput->LockUpdate(false);
         batch.lbxInput->Refresh();
     }
+    journal.Finish();
     list.LockUpdate(false);
     list.Refresh();
 }
