@@ -256,7 +256,7 @@ void RenamePanel::btnTab1_Sub2_3_OK_Click() {
         const int set = tagSetOfTagWindow ? tagSetOfTagWindow() : 0;
         ::FilenameToTagRows(Grids::LbxInput(), set > 0 ? set : 2, chbTab1_NumToTrack->isChecked(),
                             m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
-                            TagEngine::Shared(), InputListEnv(m_page, m_progress));
+                            TagEngine::Shared(), InputListEnv(m_page, m_progress), TagJournalPath());
         return;
     }
     const RenameRequest r = Request();
@@ -410,12 +410,12 @@ void RenamePanel::SetTextInTag() {
         return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     ::SetTextInTag(list, column, *text, m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
-                   TagEngine::Shared(), env);
+                   TagEngine::Shared(), env, TagJournalPath());
     QApplication::restoreOverrideCursor();
 }
 
 void RenamePanel::RemoveInvalidLinks() {
     // Asks per link: no wait cursor over the questions.
     ::RemoveInvalidLinks(Grids::LbxInput(), m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
-                         TagEngine::Shared(), InputListEnv(m_page, m_progress));
+                         TagEngine::Shared(), InputListEnv(m_page, m_progress), TagJournalPath());
 }

@@ -24,9 +24,7 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
     if (batch.lbxInput)
         batch.lbxInput->LockUpdate(true);
     // The old tags of each file are kept before it is written, for the undo of the batch.
-    TagJournal journal;
-    if (!batch.journalPath.isEmpty() && !rows.empty())
-        journal.Start(batch.journalPath);
+    TagJournalRecorder journal(rows.empty() ? QString() : batch.journalPath);
     int n = 0;
     for (int row : rows) {
         if (State().AbortRequested)
@@ -36,16 +34,10 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
             continue;
         if (PassesMarkFilter(list, row, batch.markFilter)) {
             const QString path = TagRowPath(list, row);
-            TagSnapshot before;
-            qint64 size = -1, mtime = -1;
-            const bool keep = journal.IsOpen() && batch.engine && batch.engine->OpenFile(path) != 0 &&
-                              FileStamp(path, size, mtime);
-            if (keep)
-                before = TakeTagSnapshot(*batch.engine, path);
+            if (!batch.journalPath.isEmpty() && batch.engine && batch.engine->OpenFile(path) != 0)
+                journal.Before(*batch.engine, path);
             const bool ok = step(row, path);
-            qint64 size2 = -1, mtime2 = -1;
-            if (keep && FileStamp(path, size2, mtime2) && (size2 != size || mtime2 != mtime))
-                journal.Add(std::move(before));
+            journal.After(path);
             if (ok) {
                 ++result.done;
             } else {
@@ -60,7 +52,6 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
         batch.lbxInput->LockUpdate(false);
         batch.lbxInput->Refresh();
     }
-    journal.Finish();
     list.LockUpdate(false);
     list.Refresh();
 }

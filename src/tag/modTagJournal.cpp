@@ -209,6 +209,34 @@ void TagJournal::Finish() {
         m_file.remove();
 }
 
+TagJournalRecorder::TagJournalRecorder(const QString& journalPath) {
+    if (!journalPath.isEmpty())
+        m_journal.Start(journalPath);
+}
+
+TagJournalRecorder::~TagJournalRecorder() {
+    m_journal.Finish();
+}
+
+void TagJournalRecorder::Before(const TagEngine& engine, const QString& path) {
+    m_have = m_journal.IsOpen() && engine.FileType() != 0 && FileStamp(path, m_before.size, m_before.mtimeNs);
+    if (!m_have)
+        return;
+    const qint64 size = m_before.size, mtime = m_before.mtimeNs;
+    m_before = TakeTagSnapshot(engine, path);
+    m_before.size = size;
+    m_before.mtimeNs = mtime;
+}
+
+void TagJournalRecorder::After(const QString& path) {
+    if (!m_have || path != m_before.path)
+        return;
+    m_have = false;
+    qint64 size = -1, mtime = -1;
+    if (FileStamp(path, size, mtime) && (size != m_before.size || mtime != m_before.mtimeNs))
+        m_journal.Add(std::move(m_before));
+}
+
 bool ReadTagJournalBytes(const QByteArray& bytes, std::vector<TagSnapshot>& entries) {
     entries.clear();
     const QList<QByteArray> lines = bytes.split('\n');

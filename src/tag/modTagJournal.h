@@ -58,6 +58,23 @@ private:
     bool m_open = false;
 };
 
+// The recording of one batch: Before() with the file open in the engine, After() once
+// the batch is done with the file; only a file that changed in between is recorded.
+class TagJournalRecorder {
+public:
+    explicit TagJournalRecorder(const QString& journalPath);
+    ~TagJournalRecorder();
+    TagJournalRecorder(const TagJournalRecorder&) = delete;
+    TagJournalRecorder& operator=(const TagJournalRecorder&) = delete;
+    void Before(const TagEngine& engine, const QString& path);
+    void After(const QString& path);
+
+private:
+    TagJournal m_journal;
+    TagSnapshot m_before;
+    bool m_have = false;
+};
+
 // Reads a tag journal; false when there is none or it is not one. Lines that are not
 // entries are skipped.
 bool ReadTagJournal(const QString& path, std::vector<TagSnapshot>& entries);
