@@ -164,7 +164,7 @@ private slots:
         QCOMPARE(u.failed, 1);
         QCOMPARE(u.changedSince, 1);
         QCOMPARE(asked, QStringList{a});
-        QVERIFY(u.failures.front().contains(Caption(CapTagUndoChangedReason)));
+        QVERIFY(u.failures.front().contains(Caption(CapUndoChangedLeft)));
         QCOMPARE(f.input.CellText(1, InCol::FTag), Mark::Failed);
         QVERIFY(f.engine.OpenFile(a) != 0);
         QCOMPARE(f.engine.V2Title(), QStringLiteral("New Title"));

@@ -347,7 +347,7 @@ UndoOutcome UndoTagBatch(DataGrid* list, DataGrid* tagList, const QString& journ
         } else if (size != s.size || mtime != s.mtimeNs) {
             ++out.changedSince;
             if (!askChanged || !askChanged(s.path))
-                reason = Caption(CapTagUndoChangedReason);
+                reason = Caption(CapUndoChangedLeft);
         }
         QString error;
         if (reason.isEmpty() && !RestoreTagSnapshot(engine, s, &error))
