@@ -387,7 +387,7 @@ void RenamePanel::chbTab1_DirectEdit_Click(bool on) {
                                          bool changed = false;
                                          const bool ok =
                                              DirectEditCell(list, row, col, text, false, TagEngine::Shared(),
-                                                            AppPrompt(), &changed);
+                                                            AppPrompt(), &changed, TagJournalPath());
                                          if (changed)
                                              list.Tag = QStringLiteral("edited");
                                          return ok;
