@@ -312,8 +312,14 @@ void FrmTag::cmdUpdateComment() {
     const int row = m_tag->CurRow();
     if (!ListNotEmpty(*m_tag, prompt()) || row < 1)
         return;
-    if (!UpdateComment(engine(), TagRowPath(*m_tag, row), m_lfdNr->currentIndex(), m_language->text(),
-                       m_description->text(), m_comment->toPlainText(), prompt())) {
+    const QString path = TagRowPath(*m_tag, row);
+    TagJournalRecorder journal(TagJournalPath());
+    if (engine().OpenFile(path) != 0)
+        journal.Before(engine(), path);
+    const bool ok = UpdateComment(engine(), path, m_lfdNr->currentIndex(), m_language->text(),
+                                  m_description->text(), m_comment->toPlainText(), prompt());
+    journal.After(path);
+    if (!ok) {
         if (m_language->text().isEmpty())
             m_language->setFocus();
         return;
@@ -328,10 +334,14 @@ void FrmTag::cmdDeleteComment(bool all) {
     if (row < 1)
         return;
     const QString path = TagRowPath(*m_tag, row);
+    TagJournalRecorder journal(TagJournalPath());
+    if (engine().OpenFile(path) != 0)
+        journal.Before(engine(), path);
     if (all)
         DeleteAllComments(engine(), path, prompt());
     else
         DeleteComment(engine(), path, m_lfdNr->currentIndex(), prompt());
+    journal.After(path);
     ReadTagRow(row);
 }
 

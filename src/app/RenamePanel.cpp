@@ -336,6 +336,9 @@ void RenamePanel::btnTab1_Undo_Click() {
         return;
     }
     const bool tags = tagTime > renameTime;
+    // Only the last batch can be undone: the older journal is stale.
+    if (renameTime >= 0 && tagTime >= 0)
+        QFile::remove(tags ? renameJournal : tagJournal);
     const bool noMsg = m_page->chbTab1_NoMsg->isChecked();
     if (!noMsg && !AppPrompt().AskYesNo(Caption(tags ? CapTagUndoQuestion : CapUndoQuestion), true,
                                         Prompt::Icon::Question))

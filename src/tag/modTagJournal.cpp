@@ -209,17 +209,14 @@ void TagJournal::Finish() {
         m_file.remove();
 }
 
-TagJournalRecorder::TagJournalRecorder(const QString& journalPath) {
-    if (!journalPath.isEmpty())
-        m_journal.Start(journalPath);
-}
+TagJournalRecorder::TagJournalRecorder(const QString& journalPath) : m_path(journalPath) {}
 
 TagJournalRecorder::~TagJournalRecorder() {
     m_journal.Finish();
 }
 
 void TagJournalRecorder::Before(const TagEngine& engine, const QString& path) {
-    m_have = m_journal.IsOpen() && engine.FileType() != 0 && FileStamp(path, m_before.size, m_before.mtimeNs);
+    m_have = !m_path.isEmpty() && engine.FileType() != 0 && FileStamp(path, m_before.size, m_before.mtimeNs);
     if (!m_have)
         return;
     const qint64 size = m_before.size, mtime = m_before.mtimeNs;
@@ -233,8 +230,13 @@ void TagJournalRecorder::After(const QString& path) {
         return;
     m_have = false;
     qint64 size = -1, mtime = -1;
-    if (FileStamp(path, size, mtime) && (size != m_before.size || mtime != m_before.mtimeNs))
-        m_journal.Add(std::move(m_before));
+    if (!FileStamp(path, size, mtime) || (size == m_before.size && mtime == m_before.mtimeNs))
+        return;
+    if (!m_started) {
+        m_started = true;
+        m_journal.Start(m_path);
+    }
+    m_journal.Add(std::move(m_before));
 }
 
 bool ReadTagJournalBytes(const QByteArray& bytes, std::vector<TagSnapshot>& entries) {

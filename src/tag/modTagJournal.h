@@ -59,7 +59,9 @@ private:
 };
 
 // The recording of one batch: Before() with the file open in the engine, After() once
-// the batch is done with the file; only a file that changed in between is recorded.
+// the batch is done with the file; only a file that changed in between is recorded. The
+// journal is started with the first such file: a batch that writes nothing leaves the
+// undo of the one before in place.
 class TagJournalRecorder {
 public:
     explicit TagJournalRecorder(const QString& journalPath);
@@ -70,9 +72,11 @@ public:
     void After(const QString& path);
 
 private:
+    QString m_path;
     TagJournal m_journal;
     TagSnapshot m_before;
     bool m_have = false;
+    bool m_started = false;
 };
 
 // Reads a tag journal; false when there is none or it is not one. Lines that are not
