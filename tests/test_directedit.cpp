@@ -11,6 +11,7 @@
 #include "list/modScan.h"
 #include "tag/TagEngine.h"
 #include "tag/modDirectEdit.h"
+#include "tag/modTagJournal.h"
 
 #include <QDir>
 #include <QFile>
@@ -101,6 +102,29 @@ private slots:
         QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("song.mp3"))) != 0);
         QCOMPARE(e.Field(TagField::V2Genre), QStringLiteral("Pop"));
         QCOMPARE(e.Field(TagField::V1Title), QStringLiteral("Hello"));
+    }
+
+    void aDirectEditIsUndone() {
+        Row(QStringLiteral("song.mp3"));
+        const QString path = dir.filePath(QStringLiteral("song.mp3"));
+        TagEngine& e = TagEngine::Shared();
+        QVERIFY(e.OpenFile(path) != 0);
+        const TagSnapshot before = TakeTagSnapshot(e, path);
+        const QString journal = dir.filePath(QStringLiteral("tag.journal"));
+        QString text = QStringLiteral("Edited Title");
+        QVERIFY(DirectEditCell(list, 1, InCol::TagTitle, text, false, e, prompt, nullptr, journal));
+        QVERIFY(e.OpenFile(path) != 0);
+        QCOMPARE(e.V2Title(), QStringLiteral("Edited Title"));
+        // an edit left by Esc writes nothing and keeps the undo of the last one
+        text = QStringLiteral("x");
+        QVERIFY(!DirectEditCell(list, 1, InCol::TagTitle, text, true, e, prompt, nullptr, journal));
+        QVERIFY(QFile::exists(journal));
+        QCOMPARE(UndoTagBatch(&list, nullptr, journal, e, {}).done, 1);
+        QVERIFY(e.OpenFile(path) != 0);
+        const TagSnapshot after = TakeTagSnapshot(e, path);
+        QCOMPARE(after.sets, before.sets);
+        QVERIFY(after.fields == before.fields);
+        QVERIFY(!QFile::exists(journal));
     }
 
     void lockedColumnsAndLinks() {

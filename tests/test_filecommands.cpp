@@ -11,6 +11,7 @@
 #include "core/Settings.h"
 #include "file/modFileCommands.h"
 #include "file/modRename.h"
+#include "file/modRenameJournal.h"
 #include "list/InputColumns.h"
 #include "list/Marks.h"
 #include "list/modListEnv.h"
@@ -19,6 +20,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -127,7 +129,115 @@ private slots:
         QCOMPARE(e.V2Title(), QStringLiteral("Song"));
         QVERIFY(e.OpenFile(src.filePath(QStringLiteral("song.mp3"))) != 0);
         QCOMPARE(e.V2Composer(), links.filePath(QStringLiteral("score.pdf")));
-        QVERIFY(QDir(program.file(QStringLiteral("temp"))).entryList(QDir::Files).isEmpty());
+        // no picture export is left behind; only the journal of the batch (for the undo) stays
+        QCOMPARE(QDir(program.file(QStringLiteral("temp"))).entryList(QDir::Files),
+                 QStringList{QStringLiteral("move.journal")});
+    }
+
+    void copyIsUndoneUnlessTheCopyChanged() {
+        QTemporaryDir src, dst;
+        Fill(list, src.path(), {QStringLiteral("a.mp3"), QStringLiteral("b.mp3")});
+        FileCommandOptions o = Options(dst.path());
+        o.noMsg = true;
+        o.eraseTagsByCopy = false;
+        ListEnv env(prompt);
+        QCOMPARE(CopyRows(list, o, env, nullptr).done, 2);
+        QCOMPARE(Names(dst.path()), (QStringList{QStringLiteral("a.mp3"), QStringLiteral("b.mp3")}));
+        // the copy of b is written to after the batch: it stays
+        QTest::qWait(5);
+        Touch(dst.filePath(QStringLiteral("b.mp3")), "changed");
+        const QString journal = program.file(QStringLiteral("temp/move.journal"));
+        UndoOutcome u = UndoLastBatch(&list, journal);
+        QCOMPARE(u.done, 1);
+        QCOMPARE(u.failed, 1);
+        QCOMPARE(u.changedSince, 1);
+        QVERIFY(u.failures.front().contains(Caption(CapUndoChangedLeft)));
+        QCOMPARE(Names(dst.path()), QStringList{QStringLiteral("b.mp3")});
+        QCOMPARE(Names(src.path()), (QStringList{QStringLiteral("a.mp3"), QStringLiteral("b.mp3")}));
+        QVERIFY(QFile::exists(journal)); // what was left stays for a later try
+        QFile::remove(journal);
+    }
+
+    void deleteIntoTheTrashIsUndone() {
+        QTemporaryDir data, src;
+        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        Fill(list, src.path(), {QStringLiteral("a.mp3"), QStringLiteral("b.mp3")});
+        FileCommandOptions o = Options(QString());
+        o.paperbin = false;
+        o.noMsg = true;
+        ListEnv env(prompt);
+        const FileCommandResult r = DeleteRows(list, o, env, true);
+        qunsetenv("XDG_DATA_HOME");
+        QCOMPARE(r.done, 2);
+        QVERIFY(Names(src.path()).isEmpty());
+        if (QDir(data.filePath(QStringLiteral("Trash/files"))).entryList(QDir::Files).size() != 2)
+            QSKIP("the home trash is not on the file system of the test folder");
+        const UndoOutcome u = UndoLastBatch(&list, program.file(QStringLiteral("temp/move.journal")));
+        QCOMPARE(u.done, 2);
+        QCOMPARE(Names(src.path()), (QStringList{QStringLiteral("a.mp3"), QStringLiteral("b.mp3")}));
+        QVERIFY(QDir(data.filePath(QStringLiteral("Trash/files"))).entryList(QDir::Files).isEmpty());
+        QVERIFY(QDir(data.filePath(QStringLiteral("Trash/info"))).entryList(QDir::Files).isEmpty());
+    }
+
+    void deleteForGoodCannotBeUndone() {
+        QTemporaryDir src;
+        Fill(list, src.path(), {QStringLiteral("a.mp3")});
+        FileCommandOptions o = Options(QString());
+        o.noMsg = true;
+        ListEnv env(prompt);
+        QCOMPARE(DeleteRows(list, o, env, true).done, 1);
+        const QString journal = program.file(QStringLiteral("temp/move.journal"));
+        const UndoOutcome u = UndoLastBatch(&list, journal);
+        QVERIFY(u.hadJournal);
+        QCOMPARE(u.done, 0);
+        QCOMPARE(u.failed, 1);
+        QVERIFY(u.failures.front().contains(Caption(CapUndoDeletedForGood)));
+        QVERIFY(!QFile::exists(journal));
+    }
+
+    // A bounded mutation test of the journal's reader.
+    void journalReaderSurvivesMutations() {
+        JournalEntry e{QStringLiteral("/m"), QStringLiteral("a.mp3"), QStringLiteral("b.mp3"),
+                       QStringLiteral("A"), QStringLiteral("T")};
+        e.size = 10;
+        e.mtimeNs = 20;
+        JournalEntry c = e;
+        c.newFolder = QStringLiteral("/n");
+        c.kind = QStringLiteral("copy");
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("j"));
+        QVERIFY(WriteJournal(path, {e, c}));
+        std::vector<JournalEntry> back;
+        QVERIFY(ReadJournal(path, back));
+        QCOMPARE(back.size(), size_t(2));
+        QCOMPARE(back[1].kind, QStringLiteral("copy"));
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        const QByteArray good = f.readAll();
+        QRandomGenerator rng(1234);
+        for (int round = 0; round < 3000; ++round) {
+            QByteArray bytes = good;
+            for (int k = 0; k < 1 + int(rng.bounded(6)) && !bytes.isEmpty(); ++k) {
+                const int at = int(rng.bounded(int(bytes.size())));
+                switch (rng.bounded(3)) {
+                case 0:
+                    bytes[at] = "\t\n%x9\x01"[rng.bounded(6)];
+                    break;
+                case 1:
+                    bytes.remove(at, 1 + int(rng.bounded(4)));
+                    break;
+                default:
+                    bytes.insert(at, char(rng.bounded(256)));
+                }
+            }
+            std::vector<JournalEntry> out;
+            if (!ReadJournalBytes(bytes, out))
+                continue;
+            for (const JournalEntry& x : out) {
+                QVERIFY(!x.folder.isEmpty() && !x.oldName.isEmpty() && !x.newName.isEmpty());
+                QVERIFY(x.kind.isEmpty() || x.kind == u"copy" || x.kind == u"trash" || x.kind == u"gone");
+            }
+        }
     }
 
     void moveCollisionAndFailure() {

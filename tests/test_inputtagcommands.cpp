@@ -14,6 +14,7 @@
 #include "list/modScan.h"
 #include "tag/TagEngine.h"
 #include "tag/modInputTagCommands.h"
+#include "tag/modTagJournal.h"
 
 #include <QDir>
 #include <QFile>
@@ -100,6 +101,37 @@ private slots:
         QCOMPARE(e.V2Track(), QStringLiteral("7"));
         QCOMPARE(list.CellText(1, InCol::TagArtist), QStringLiteral("Abba"));
         QFile::remove(dir.filePath(QStringLiteral("07_Abba - Waterloo.mp3")));
+    }
+
+    void textIntoTagColumnAndNameToTagAreUndone() {
+        const QString a = Song(QStringLiteral("Abba - Waterloo.mp3"), QStringLiteral("A"),
+                               QStringLiteral("T"), QStringLiteral("3"));
+        QVERIFY(!a.isEmpty());
+        Rows();
+        ListEnv env(prompt);
+        TagEngine& e = TagEngine::Shared();
+        const QString journal = TagJournalPath();
+        QCOMPARE(
+            SetTextInTag(list, InCol::TagAlbum, QStringLiteral("Arrival"), QString(), true, e, env, journal)
+                .done,
+            1);
+        list.DoSort(InCol::FileName, 2);
+        UndoOutcome u = UndoTagBatch(&list, nullptr, journal, e, {});
+        QCOMPARE(u.done, 1);
+        QVERIFY(e.OpenFile(a) != 0);
+        QVERIFY(e.V2Album().isEmpty());
+        QCOMPARE(e.V2Artist(), QStringLiteral("A"));
+        QVERIFY(list.CellText(1, InCol::TagAlbum).isEmpty());
+        QCOMPARE(FilenameToTagRows(list, 2, false, QString(), true, e, env, journal).done, 1);
+        QVERIFY(e.OpenFile(a) != 0);
+        QCOMPARE(e.V2Artist(), QStringLiteral("Abba"));
+        u = UndoTagBatch(&list, nullptr, journal, e, {});
+        QCOMPARE(u.done, 1);
+        QVERIFY(e.OpenFile(a) != 0);
+        QCOMPARE(e.V2Artist(), QStringLiteral("A"));
+        QCOMPARE(e.V2Title(), QStringLiteral("T"));
+        QCOMPARE(list.CellText(1, InCol::TagArtist), QStringLiteral("A"));
+        QFile::remove(a);
     }
 
     void textIntoTagColumn() {

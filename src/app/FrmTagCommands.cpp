@@ -16,6 +16,7 @@
 #include "list/Marks.h"
 #include "list/modList.h"
 #include "tag/TagEngine.h"
+#include "tag/modTagJournal.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -218,6 +219,7 @@ TagBatch FrmTag::makeBatch() {
     b.noMsg = m_noMsg->isChecked();
     b.progress = progressPump();
     b.busy = &m_busy;
+    b.journalPath = TagJournalPath();
     for (QPushButton* btn : m_batchButtons)
         btn->setEnabled(false);
     m_progress->setValue(0);
@@ -310,8 +312,14 @@ void FrmTag::cmdUpdateComment() {
     const int row = m_tag->CurRow();
     if (!ListNotEmpty(*m_tag, prompt()) || row < 1)
         return;
-    if (!UpdateComment(engine(), TagRowPath(*m_tag, row), m_lfdNr->currentIndex(), m_language->text(),
-                       m_description->text(), m_comment->toPlainText(), prompt())) {
+    const QString path = TagRowPath(*m_tag, row);
+    TagJournalRecorder journal(TagJournalPath());
+    if (engine().OpenFile(path) != 0)
+        journal.Before(engine(), path);
+    const bool ok = UpdateComment(engine(), path, m_lfdNr->currentIndex(), m_language->text(),
+                                  m_description->text(), m_comment->toPlainText(), prompt());
+    journal.After(path);
+    if (!ok) {
         if (m_language->text().isEmpty())
             m_language->setFocus();
         return;
@@ -326,10 +334,14 @@ void FrmTag::cmdDeleteComment(bool all) {
     if (row < 1)
         return;
     const QString path = TagRowPath(*m_tag, row);
+    TagJournalRecorder journal(TagJournalPath());
+    if (engine().OpenFile(path) != 0)
+        journal.Before(engine(), path);
     if (all)
         DeleteAllComments(engine(), path, prompt());
     else
         DeleteComment(engine(), path, m_lfdNr->currentIndex(), prompt());
+    journal.After(path);
     ReadTagRow(row);
 }
 

@@ -11,11 +11,13 @@
 #include "core/GlobalGrids.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "file/modRenameJournal.h"
 #include "list/InputColumns.h"
 #include "list/ftcNames.h"
 #include "tag/TagEngine.h"
 #include "tag/modDirectEdit.h"
 #include "tag/modInputTagCommands.h"
+#include "tag/modTagJournal.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -254,7 +256,7 @@ void RenamePanel::btnTab1_Sub2_3_OK_Click() {
         const int set = tagSetOfTagWindow ? tagSetOfTagWindow() : 0;
         ::FilenameToTagRows(Grids::LbxInput(), set > 0 ? set : 2, chbTab1_NumToTrack->isChecked(),
                             m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
-                            TagEngine::Shared(), InputListEnv(m_page, m_progress));
+                            TagEngine::Shared(), InputListEnv(m_page, m_progress), TagJournalPath());
         return;
     }
     const RenameRequest r = Request();
@@ -314,20 +316,49 @@ void RenamePanel::btnTab1_FileCut_Click() {
     Run(r, chbTab1_RenamePreview->isChecked());
 }
 
+namespace {
+
+qint64 JournalTime(const QString& path) {
+    qint64 size = 0, mtime = -1;
+    return FileStamp(path, size, mtime) ? mtime : -1;
+}
+
+} // namespace
+
 void RenamePanel::btnTab1_Undo_Click() {
-    const QString journal = RenameJournalPath();
-    if (!QFile::exists(journal)) {
+    // The last batch is the newer of the two journals: names and places, or tags.
+    const QString renameJournal = RenameJournalPath();
+    const QString tagJournal = TagJournalPath();
+    const qint64 renameTime = JournalTime(renameJournal);
+    const qint64 tagTime = JournalTime(tagJournal);
+    if (renameTime < 0 && tagTime < 0) {
         AppPrompt().Tell(Caption(CapUndoNothing), Prompt::Icon::Information);
         return;
     }
+    const bool tags = tagTime > renameTime;
+    // Only the last batch can be undone: the older journal is stale.
+    if (renameTime >= 0 && tagTime >= 0)
+        QFile::remove(tags ? renameJournal : tagJournal);
     const bool noMsg = m_page->chbTab1_NoMsg->isChecked();
-    if (!noMsg && !AppPrompt().AskYesNo(Caption(CapUndoQuestion), true, Prompt::Icon::Question))
+    if (!noMsg && !AppPrompt().AskYesNo(Caption(tags ? CapTagUndoQuestion : CapUndoQuestion), true,
+                                        Prompt::Icon::Question))
         return;
     DataGrid& list = Grids::LbxInput();
     const ListEnv env = InputListEnv(m_page, m_progress);
     list.LockUpdate(true);
     env.ShowProgress(list.Rows(), 0);
-    const UndoOutcome u = UndoLastBatch(&list, journal, &env);
+    UndoOutcome u;
+    if (tags) {
+        u = UndoTagBatch(
+            &list, nullptr, tagJournal, TagEngine::Shared(),
+            [](const QString& path) {
+                return AppPrompt().AskYesNo(path + QStringLiteral("\n\n") + Caption(CapTagUndoChangedAsk),
+                                            false, Prompt::Icon::Question);
+            },
+            &env);
+    } else {
+        u = UndoLastBatch(&list, renameJournal, &env);
+    }
     env.HideProgress();
     list.LockUpdate(false);
     list.Refresh();
@@ -340,8 +371,8 @@ void RenamePanel::btnTab1_Undo_Click() {
         return;
     }
     if (!noMsg) {
-        QString text = CountText(CapUndoDone, u.done);
-        if (u.changedSince)
+        QString text = CountText(tags ? CapTagUndoDone : CapUndoDone, u.done);
+        if (u.changedSince && !tags)
             text += u'\n' + CountText(CapUndoChangedSince, u.changedSince);
         AppPrompt().Tell(text, Prompt::Icon::Information);
     }
@@ -359,7 +390,7 @@ void RenamePanel::chbTab1_DirectEdit_Click(bool on) {
                                          bool changed = false;
                                          const bool ok =
                                              DirectEditCell(list, row, col, text, false, TagEngine::Shared(),
-                                                            AppPrompt(), &changed);
+                                                            AppPrompt(), &changed, TagJournalPath());
                                          if (changed)
                                              list.Tag = QStringLiteral("edited");
                                          return ok;
@@ -382,12 +413,12 @@ void RenamePanel::SetTextInTag() {
         return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     ::SetTextInTag(list, column, *text, m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
-                   TagEngine::Shared(), env);
+                   TagEngine::Shared(), env, TagJournalPath());
     QApplication::restoreOverrideCursor();
 }
 
 void RenamePanel::RemoveInvalidLinks() {
     // Asks per link: no wait cursor over the questions.
     ::RemoveInvalidLinks(Grids::LbxInput(), m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
-                         TagEngine::Shared(), InputListEnv(m_page, m_progress));
+                         TagEngine::Shared(), InputListEnv(m_page, m_progress), TagJournalPath());
 }

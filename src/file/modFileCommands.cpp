@@ -3,6 +3,7 @@
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/DataGrid.h"
+#include "core/Prompt.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "file/ftcFileOps.h"
@@ -11,6 +12,7 @@
 #include "list/Marks.h"
 #include "list/modListEnv.h"
 #include "platform/PosixFile.h"
+#include "platform/Trash.h"
 #include "tag/TagEngine.h"
 
 #include <QDir>
@@ -146,6 +148,9 @@ FileCommandResult CopyRows(DataGrid& list, const FileCommandOptions& options, co
         return res;
     res.ran = true;
     const std::vector<int> rows = list.SelectedRows();
+    RenameJournal journal;
+    if (!options.journalPath.isEmpty())
+        journal.Start(options.journalPath);
     State().AbortRequested = false;
     list.LockUpdate(true);
     env.ShowProgress(int(rows.size()), 0);
@@ -158,31 +163,38 @@ FileCommandResult CopyRows(DataGrid& list, const FileCommandOptions& options, co
             continue;
         const QString source = RowPath(list, row);
         int e = 0;
+        QString copy;
         if (extended) {
             list.SetFooterText(InCol::FileName,
                                QString::number(n) + QStringLiteral(" / ") + QString::number(rows.size()));
-            QString copy;
             e = CopyFile(source, target + u'/' + NameOf(source), true, nullptr, &copy);
             if (!e && engine && options.copyLinkedFiles)
                 CopyLinkedFiles(*engine, source, target, options.tempFolder);
             if (!e && engine && options.eraseTagsByCopy && !EraseLinkTags(*engine, copy))
                 e = -1;
         } else {
-            e = CopyFile(source, target + u'/', false, &env.prompt);
+            // A copy that replaced a file of the target is not undone: the old file is gone.
+            const bool replaces = PosixFile::Exists(target + u'/' + NameOf(source));
+            e = CopyFile(source, target + u'/', false, &env.prompt, &copy);
             if (e == FileOp::Cancelled)
                 continue; // the user kept the file in the target
+            if (replaces)
+                copy.clear();
         }
         if (e) {
             list.SetCellText(row, InCol::FTag, Mark::Failed);
             ++res.failed;
         } else {
             ++res.done;
+            if (!copy.isEmpty())
+                journal.AddCopy(source, copy);
         }
     }
     env.HideProgress();
     list.LockUpdate(false);
     list.Refresh();
     env.ShowTotals();
+    journal.Finish();
     Report(env, options.noMsg, res.done, CapOneFileCopied, CapFilesCopied, res.failed, CapFailedFiles);
     return res;
 }
@@ -233,6 +245,29 @@ FileCommandResult MoveRows(DataGrid& list, const FileCommandOptions& options, co
     return res;
 }
 
+namespace {
+
+// KillFile's mode 1 with a record for the undo: where in the trash the file went, or that
+// it went for good.
+bool DeleteRecorded(const QString& path, const FileCommandOptions& options, const ListEnv& env,
+                    RenameJournal& journal) {
+    if (options.paperbin || !journal.IsOpen()) {
+        if (!KillFile(path, 1, true, options.paperbin, &env.prompt))
+            return false;
+        journal.AddDelete(path, QString());
+        return true;
+    }
+    const TrashResult t = MoveToTrash(path);
+    if (t.error) {
+        env.prompt.Tell(path + QLatin1String("\n") + FileOpErrorText(t.error), Prompt::Icon::Critical);
+        return false;
+    }
+    journal.AddDelete(path, t.trashedPath);
+    return true;
+}
+
+} // namespace
+
 FileCommandResult DeleteRows(DataGrid& list, const FileCommandOptions& options, const ListEnv& env,
                              bool confirmed) {
     FileCommandResult res;
@@ -247,11 +282,16 @@ FileCommandResult DeleteRows(DataGrid& list, const FileCommandOptions& options, 
             !env.prompt.AskYesNo(Caption(CapDeleteFilesQuestion), false, Prompt::Icon::Question))
             return res;
         res.ran = true;
-        if (KillFile(RowPath(list, row), 1, true, options.paperbin, &env.prompt)) {
+        RenameJournal journal;
+        if (!options.journalPath.isEmpty())
+            journal.Start(options.journalPath);
+        if (DeleteRecorded(RowPath(list, row), options, env, journal)) {
+            journal.Finish();
             list.DeleteRow(row);
             res.done = 1;
             env.ShowTotals();
         } else {
+            journal.Finish();
             res.failed = 1;
             env.prompt.Tell(Caption(CapDeleteFailed), Prompt::Icon::Critical);
         }
@@ -275,6 +315,9 @@ FileCommandResult DeleteRows(DataGrid& list, const FileCommandOptions& options, 
             if (list.CellView(r, InCol::FTag) == options.markFilter)
                 rows.push_back(r);
     }
+    RenameJournal journal;
+    if (!options.journalPath.isEmpty())
+        journal.Start(options.journalPath);
     State().AbortRequested = false;
     list.LockUpdate(true);
     env.ShowProgress(int(rows.size()), 0);
@@ -283,7 +326,7 @@ FileCommandResult DeleteRows(DataGrid& list, const FileCommandOptions& options, 
         if (State().AbortRequested)
             break;
         env.SetProgress(++n);
-        if (KillFile(RowPath(list, row), 1, true, options.paperbin, &env.prompt)) {
+        if (DeleteRecorded(RowPath(list, row), options, env, journal)) {
             list.SetCellText(row, InCol::FTag, Mark::DDelete);
             ++res.done;
         } else {
@@ -291,6 +334,7 @@ FileCommandResult DeleteRows(DataGrid& list, const FileCommandOptions& options, 
             ++res.failed;
         }
     }
+    journal.Finish();
     RemoveMarkedRows(list, Mark::DDelete);
     env.HideProgress();
     list.LockUpdate(false);

@@ -14,11 +14,14 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <cerrno>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
-const QByteArray kHeader = QByteArrayLiteral("quillotune-journal 1");
+const QByteArray kHeader = QByteArrayLiteral("quillotune-journal 2");
+const QByteArray kHeaderV1 = QByteArrayLiteral("quillotune-journal 1");
 
 void AppendEscaped(QByteArray& out, QStringView text) {
     const QByteArray utf8 = text.toUtf8();
@@ -72,8 +75,10 @@ QByteArray EntryLine(const JournalEntry& e) {
         line += Escape(*s);
     }
     line += '\t' + QByteArray::number(e.size) + '\t' + QByteArray::number(e.mtimeNs);
-    if (!e.newFolder.isEmpty())
+    if (!e.newFolder.isEmpty() || !e.kind.isEmpty())
         line += '\t' + Escape(e.newFolder);
+    if (!e.kind.isEmpty())
+        line += '\t' + Escape(e.kind);
     line += '\n';
     return line;
 }
@@ -120,6 +125,38 @@ void RenameJournal::AddMove(const QString& folder, const QString& oldName, const
     ++m_count;
 }
 
+void RenameJournal::Write(const JournalEntry& e) {
+    if (!m_open)
+        return;
+    m_open = m_file.write(EntryLine(e)) > 0 && m_file.flush();
+    ++m_count;
+}
+
+void RenameJournal::AddCopy(const QString& sourcePath, const QString& copyPath) {
+    const qsizetype s = sourcePath.lastIndexOf(u'/');
+    const qsizetype c = copyPath.lastIndexOf(u'/');
+    JournalEntry e{sourcePath.left(s), sourcePath.mid(s + 1), copyPath.mid(c + 1), QString(), QString()};
+    e.newFolder = copyPath.left(c);
+    e.kind = QStringLiteral("copy");
+    FileStamp(copyPath, e.size, e.mtimeNs);
+    Write(e);
+}
+
+void RenameJournal::AddDelete(const QString& path, const QString& trashedPath) {
+    const qsizetype s = path.lastIndexOf(u'/');
+    JournalEntry e{path.left(s), path.mid(s + 1), path.mid(s + 1), QString(), QString()};
+    if (trashedPath.isEmpty()) {
+        e.kind = QStringLiteral("gone");
+    } else {
+        const qsizetype t = trashedPath.lastIndexOf(u'/');
+        e.newFolder = trashedPath.left(t);
+        e.newName = trashedPath.mid(t + 1);
+        e.kind = QStringLiteral("trash");
+        FileStamp(trashedPath, e.size, e.mtimeNs);
+    }
+    Write(e);
+}
+
 void RenameJournal::Finish() {
     if (!m_file.isOpen())
         return;
@@ -128,20 +165,19 @@ void RenameJournal::Finish() {
         m_file.remove();
 }
 
-bool ReadJournal(const QString& path, std::vector<JournalEntry>& entries) {
+bool ReadJournalBytes(const QByteArray& bytes, std::vector<JournalEntry>& entries) {
     entries.clear();
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
+    const QList<QByteArray> lines = bytes.split('\n');
+    const QByteArray head = lines.isEmpty() ? QByteArray() : lines.front().trimmed();
+    if (head != kHeader && head != kHeaderV1)
         return false;
-    const QList<QByteArray> lines = f.readAll().split('\n');
-    if (lines.isEmpty() || lines.front().trimmed() != kHeader)
-        return false;
+    const qsizetype maxFields = head == kHeader ? 9 : 8;
     for (qsizetype i = 1; i < lines.size(); ++i) {
         const QByteArray line = lines[i].endsWith('\r') ? lines[i].chopped(1) : lines[i];
         if (line.isEmpty())
             continue;
         const QList<QByteArray> f7 = line.split('\t');
-        if (f7.size() != 7 && f7.size() != 8)
+        if (f7.size() < 7 || f7.size() > maxFields)
             continue; // not an entry: left alone
         JournalEntry e;
         e.folder = Unescape(f7[0]);
@@ -151,13 +187,27 @@ bool ReadJournal(const QString& path, std::vector<JournalEntry>& entries) {
         e.oldTitle = Unescape(f7[4]);
         e.size = f7[5].toLongLong();
         e.mtimeNs = f7[6].toLongLong();
-        if (f7.size() == 8)
+        if (f7.size() >= 8)
             e.newFolder = Unescape(f7[7]);
+        if (f7.size() == 9)
+            e.kind = Unescape(f7[8]);
         if (e.folder.isEmpty() || e.oldName.isEmpty() || e.newName.isEmpty())
+            continue;
+        if (!e.kind.isEmpty() && e.kind != u"copy" && e.kind != u"trash" && e.kind != u"gone")
+            continue;
+        if ((e.kind == u"copy" || e.kind == u"trash") && e.newFolder.isEmpty())
             continue;
         entries.push_back(std::move(e));
     }
     return true;
+}
+
+bool ReadJournal(const QString& path, std::vector<JournalEntry>& entries) {
+    entries.clear();
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return false;
+    return ReadJournalBytes(f.readAll(), entries);
 }
 
 bool WriteJournal(const QString& path, const std::vector<JournalEntry>& entries) {
@@ -209,6 +259,30 @@ UndoOutcome UndoLastBatch(DataGrid* list, const QString& journalPath, const List
         qint64 size = 0, mtime = 0;
         struct stat a {
         }, b{};
+        if (e.kind == u"gone") {
+            // Nothing can bring it back; said in the report and not kept for a next try.
+            ++out.failed;
+            out.failures.push_back(e.oldName + QStringLiteral(": ") + Caption(CapUndoDeletedForGood));
+            continue;
+        }
+        if (e.kind == u"copy") {
+            if (!FileStamp(now, size, mtime)) {
+                reason = Caption(CapReasonGone);
+            } else if (size != e.size || mtime != e.mtimeNs) {
+                ++out.changedSince;
+                reason = Caption(CapUndoChangedLeft);
+            } else if (::unlink(PosixFile::Native(now).constData()) != 0) {
+                reason = FileOpErrorText(errno);
+            }
+            if (!reason.isEmpty()) {
+                ++out.failed;
+                out.failures.push_back(now + QStringLiteral(": ") + reason);
+                left.insert(left.begin(), e);
+            } else {
+                ++out.done;
+            }
+            continue;
+        }
         if (!FileStamp(now, size, mtime)) {
             reason = Caption(CapReasonGone);
         } else if (PosixFile::LStat(back, b) == 0 &&
@@ -218,9 +292,16 @@ UndoOutcome UndoLastBatch(DataGrid* list, const QString& journalPath, const List
             if (size != e.size || mtime != e.mtimeNs)
                 ++out.changedSince;
             QString finalPath;
-            const int err = RenameFile(now, back, &finalPath);
+            const int err =
+                e.kind == u"trash" ? MoveFile(now, back, &finalPath) : RenameFile(now, back, &finalPath);
             if (err)
                 reason = Caption(CapReasonMoveFailed) + FileOpErrorText(err);
+            else if (e.kind == u"trash")
+                // files/<name> -> info/<name>.trashinfo of the same trash folder
+                ::unlink(PosixFile::Native(e.newFolder.left(e.newFolder.lastIndexOf(u'/')) +
+                                           QStringLiteral("/info/") + e.newName +
+                                           QStringLiteral(".trashinfo"))
+                             .constData());
         }
         if (!reason.isEmpty()) {
             ++out.failed;

@@ -1,5 +1,7 @@
 #include "tag/modDirectEdit.h"
 
+#include "tag/modTagJournal.h"
+
 #include "core/CaptionRows.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
@@ -109,7 +111,7 @@ bool CheckEditedFileName(QString& text, Prompt& prompt) {
 }
 
 bool DirectEditCell(DataGrid& list, int row, int column, QString& text, bool escaped, TagEngine& engine,
-                    Prompt& prompt, bool* listChanged) {
+                    Prompt& prompt, bool* listChanged, const QString& journalPath) {
     if (row < 1 || row > list.Rows())
         return false;
     if (column == InCol::FileName && !CheckEditedFileName(text, prompt))
@@ -147,7 +149,11 @@ bool DirectEditCell(DataGrid& list, int row, int column, QString& text, bool esc
                          false, Prompt::Icon::Question))
         return false;
     bool failed = false;
+    TagJournalRecorder journal(journalPath);
+    if (!journalPath.isEmpty() && engine.OpenFile(oldPath) != 0)
+        journal.Before(engine, oldPath);
     WriteCellToTag(engine, column, text, oldPath, failed);
+    journal.After(oldPath);
     if (failed) {
         prompt.Tell(Caption(CapTagWriteFailed), Prompt::Icon::Information);
         return false;

@@ -30,9 +30,10 @@ bool CheckEditedFileName(QString& text, Prompt& prompt);
 // The after-edit handler of LbxInput for the cell (row, column) with the new `text`
 // (changed in place to what the cell is to show). `escaped`: the edit was left by Esc.
 // False cancels the edit: the cell keeps its old text and no file changed. `listChanged`
-// is set when the list's contents changed (a rename).
+// is set when the list's contents changed (a rename). With a `journalPath` the old tags of
+// a written file are kept there, as the last batch, for an undo.
 bool DirectEditCell(DataGrid& list, int row, int column, QString& text, bool escaped, TagEngine& engine,
-                    Prompt& prompt, bool* listChanged = nullptr);
+                    Prompt& prompt, bool* listChanged = nullptr, const QString& journalPath = QString());
 
 // LinkToTag of the data list's menu: puts `link` into V2AudFileUrl of the row's file and
 // into its cell. False (after showing the engine's reason) when the save failed.

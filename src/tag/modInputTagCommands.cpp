@@ -1,5 +1,7 @@
 #include "tag/modInputTagCommands.h"
 
+#include "tag/modTagJournal.h"
+
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/DataGrid.h"
@@ -111,12 +113,13 @@ std::vector<int> TextInTagColumns() {
 }
 
 TagCommandResult SetTextInTag(DataGrid& list, int column, const QString& text, const QString& markFilter,
-                              bool noMsg, TagEngine& engine, const ListEnv& env) {
+                              bool noMsg, TagEngine& engine, const ListEnv& env, const QString& journalPath) {
     TagCommandResult res;
     if (!env.ListNotEmpty(list) || !env.AtLeastRowsSelected(list, 1))
         return res;
     res.ran = true;
     const std::vector<int> rows = list.SelectedRows();
+    TagJournalRecorder journal(journalPath);
     State().AbortRequested = false;
     list.LockUpdate(true);
     env.ShowProgress(int(rows.size()), 0);
@@ -129,7 +132,9 @@ TagCommandResult SetTextInTag(DataGrid& list, int column, const QString& text, c
             continue;
         const QString path = RowPath(list, row);
         const int type = engine.OpenFile(path);
+        journal.Before(engine, path);
         const int r = type == 0 ? 0 : WriteColumn(engine, type, column, text, path);
+        journal.After(path);
         if (r < 0)
             continue; // the set does not serve this type
         if (r == 0) {
@@ -152,7 +157,7 @@ TagCommandResult SetTextInTag(DataGrid& list, int column, const QString& text, c
 }
 
 TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, bool noMsg, TagEngine& engine,
-                                    const ListEnv& env) {
+                                    const ListEnv& env, const QString& journalPath) {
     TagCommandResult res;
     if (!env.ListNotEmpty(list) || !env.AtLeastRowsSelected(list, 1))
         return res;
@@ -160,6 +165,7 @@ TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, b
         return res;
     res.ran = true;
     const std::vector<int> rows = list.SelectedRows();
+    TagJournalRecorder journal(journalPath);
     State().AbortRequested = false;
     list.LockUpdate(true);
     for (int row : rows) {
@@ -185,6 +191,7 @@ TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, b
                     unreadable = true;
                     break;
                 }
+                journal.Before(engine, path);
                 if (!LinkTypes(engine.FileType()))
                     break;
             }
@@ -200,7 +207,9 @@ TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, b
         }
         if (!changed)
             continue;
-        if (engine.SaveV2(path) > 0) {
+        const bool saved = engine.SaveV2(path) > 0;
+        journal.After(path);
+        if (saved) {
             ++res.done;
         } else {
             list.SetCellText(row, InCol::FTag, Mark::Failed);
@@ -219,7 +228,8 @@ TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, b
 }
 
 TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, const QString& markFilter,
-                                   bool noMsg, TagEngine& engine, const ListEnv& env) {
+                                   bool noMsg, TagEngine& engine, const ListEnv& env,
+                                   const QString& journalPath) {
     TagCommandResult res;
     if (!env.ListNotEmpty(list) || !env.AtLeastRowsSelected(list, 1))
         return res;
@@ -227,6 +237,7 @@ TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, cons
         return res;
     res.ran = true;
     const std::vector<int> rows = list.SelectedRows();
+    TagJournalRecorder journal(journalPath);
     State().AbortRequested = false;
     list.LockUpdate(true);
     env.ShowProgress(int(rows.size()), 0);
@@ -239,8 +250,11 @@ TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, cons
             continue;
         const QString path = RowPath(list, row);
         const int type = engine.OpenFile(path);
-        if (type == 0 || SaveNameToSet(engine, path, type, list.CellText(row, InCol::FileName),
-                                       UpdateSet(set), withTrack) == 0) {
+        journal.Before(engine, path);
+        const bool saved = type != 0 && SaveNameToSet(engine, path, type, list.CellText(row, InCol::FileName),
+                                                      UpdateSet(set), withTrack) != 0;
+        journal.After(path);
+        if (!saved) {
             list.SetCellText(row, InCol::FTag, Mark::Failed);
             ++res.failed;
             continue;

@@ -26,17 +26,20 @@ struct TagCommandResult {
 // the set that owns the column (16-21 V1, 22-36 V2 with 28 the first comment, 39-46 APE,
 // 47-54 Lyrics, 55-68 the file type's typical set). `confirmedEmpty`: the user agreed that
 // an empty text clears the field. Types the set does not serve are left alone.
+// With a `journalPath` the old tags of every written file are kept there for an undo.
 TagCommandResult SetTextInTag(DataGrid& list, int column, const QString& text, const QString& markFilter,
-                              bool noMsg, TagEngine& engine, const ListEnv& env);
+                              bool noMsg, TagEngine& engine, const ListEnv& env,
+                              const QString& journalPath = QString());
 
 // optTab1_RemoveInvalidLinks: empties the link fields (TagComposer to TagAudFileUrl) that
 // name a file that does not exist. Unless noMsg, asks first (190) and for each link
 // (1238 + name, 1239, No keeps it).
 TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, bool noMsg, TagEngine& engine,
-                                    const ListEnv& env);
+                                    const ListEnv& env, const QString& journalPath = QString());
 
 // optTab1_FilenameToTag: number (with chbTab1_NumToTrack), artist and title of each row's
 // file name into the tag set chosen in the tag window (UpdateSet as a number), as the tag
 // list's command does; the question 369 first (unless noMsg).
 TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, const QString& markFilter,
-                                   bool noMsg, TagEngine& engine, const ListEnv& env);
+                                   bool noMsg, TagEngine& engine, const ListEnv& env,
+                                   const QString& journalPath = QString());

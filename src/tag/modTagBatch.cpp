@@ -4,9 +4,11 @@
 #include "core/CaptionRows.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
+#include "file/modRenameJournal.h"
 #include "list/Marks.h"
 #include "list/modList.h"
 #include "tag/TagEngine.h"
+#include "tag/modTagJournal.h"
 
 bool PassesMarkFilter(const DataGrid& list, int row, const QString& filter) {
     return filter.isEmpty() || list.CellView(row, TagCol::FTag) == filter;
@@ -21,6 +23,8 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
     list.LockUpdate(true);
     if (batch.lbxInput)
         batch.lbxInput->LockUpdate(true);
+    // The old tags of each file are kept before it is written, for the undo of the batch.
+    TagJournalRecorder journal(rows.empty() ? QString() : batch.journalPath);
     int n = 0;
     for (int row : rows) {
         if (State().AbortRequested)
@@ -29,7 +33,12 @@ void ForEachBatchRow(TagBatch& batch, const std::function<bool(int, const QStrin
         if (row > list.Rows())
             continue;
         if (PassesMarkFilter(list, row, batch.markFilter)) {
-            if (step(row, TagRowPath(list, row))) {
+            const QString path = TagRowPath(list, row);
+            if (!batch.journalPath.isEmpty() && batch.engine && batch.engine->OpenFile(path) != 0)
+                journal.Before(*batch.engine, path);
+            const bool ok = step(row, path);
+            journal.After(path);
+            if (ok) {
                 ++result.done;
             } else {
                 list.SetCellText(row, TagCol::FTag, Mark::Failed);

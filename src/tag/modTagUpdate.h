@@ -48,6 +48,7 @@ struct TagBatch {
     bool noMsg = false;   // chbTab2_NoMsg
     TagProgress progress; // after each file; the window pumps its events here
     bool* busy = nullptr; // set while the batch runs (blocks the re-reading of the row)
+    QString journalPath;  // the old tags of every written file go there (empty: no undo)
     // data list rows by key, built on first use within one command
     QHash<QString, int> inputRows;
     bool inputRowsBuilt = false;
