@@ -15,6 +15,7 @@
 #include "player/modPlayer.h"
 
 #include <QCheckBox>
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -72,6 +73,16 @@ private slots:
     void cleanup() {
         Media().Close();
         m_prg.reset();
+    }
+
+    // The loudspeaker pictures are drawn by the build beside the program.
+    void volumePicturesBesideTheProgram() {
+        for (const char* name : {"/icons/VolOn.ico", "/icons/VolOff.ico"}) {
+            QImageReader reader(ProgramDir() + QLatin1String(name));
+            const QImage img = reader.read();
+            QVERIFY2(!img.isNull(), qPrintable(reader.errorString()));
+            QCOMPARE(img.size(), QSize(32, 32));
+        }
     }
 
     void playPauseStop() {
