@@ -2,7 +2,7 @@
 # Installs the Debian 12 packages the build, the program and the tests need, when missing.
 set -euo pipefail
 packages=(
-  cmake ninja-build g++ pkg-config clang-format
+  cmake ninja-build g++ pkg-config clang-format ccache
   qt6-base-dev qt6-base-dev-tools libgl-dev qt6-translations-l10n
   libtag1-dev libmpv-dev
   python3 python3-mutagen python3-xlrd python3-olefile
