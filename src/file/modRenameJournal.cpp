@@ -10,6 +10,7 @@
 #include "list/Marks.h"
 #include "list/modListEnv.h"
 #include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -211,13 +212,10 @@ bool ReadJournal(const QString& path, std::vector<JournalEntry>& entries) {
 }
 
 bool WriteJournal(const QString& path, const std::vector<JournalEntry>& entries) {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
     QByteArray all = kHeader + '\n';
     for (const JournalEntry& e : entries)
         all += EntryLine(e);
-    return f.write(all) == all.size() && f.flush();
+    return SafeFile::WriteWholeFile(path, all);
 }
 
 QString RenameJournalPath() {

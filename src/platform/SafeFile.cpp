@@ -408,4 +408,13 @@ void AtomicWriter::Cancel() {
     }
 }
 
+bool WriteWholeFile(const QString& target, const QByteArray& bytes, QString* error) {
+    AtomicWriter w(target);
+    if (w.Open() && w.Write(bytes.constData(), bytes.size()) && w.Commit())
+        return true;
+    if (error)
+        *error = w.ErrorString();
+    return false;
+}
+
 } // namespace SafeFile

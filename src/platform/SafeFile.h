@@ -77,4 +77,8 @@ private:
     QString m_error;
 };
 
+// Writes `bytes` as the whole file at `target` through an AtomicWriter: afterwards the
+// file holds either its old bytes or exactly these. False with *error set on a failure.
+bool WriteWholeFile(const QString& target, const QByteArray& bytes, QString* error = nullptr);
+
 } // namespace SafeFile

@@ -465,12 +465,6 @@ QByteArray BuildPls(const DataGrid& grid, const PlaylistWriteOptions& o, const Q
 }
 
 bool WritePlaylistBytes(const QString& path, const QByteArray& bytes, QString* error) {
-    // A temporary copy beside the playlist, flushed and renamed over it when every byte
-    // went through: a failure keeps the old playlist.
-    SafeFile::AtomicWriter w(path);
-    if (w.Open() && w.Write(bytes.constData(), bytes.size()) && w.Commit())
-        return true;
-    if (error)
-        *error = w.ErrorString();
-    return false;
+    // A failure keeps the old playlist.
+    return SafeFile::WriteWholeFile(path, bytes, error);
 }

@@ -8,6 +8,7 @@
 #include "list/InputColumns.h"
 #include "list/Marks.h"
 #include "list/modListEnv.h"
+#include "platform/SafeFile.h"
 #include "tag/TagEngine.h"
 #include "tag/TagFields.h"
 #include "tag/modTagList.h"
@@ -264,13 +265,10 @@ bool ReadTagJournal(const QString& path, std::vector<TagSnapshot>& entries) {
 }
 
 bool WriteTagJournal(const QString& path, const std::vector<TagSnapshot>& entries) {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
     QByteArray all = kHeader + '\n';
     for (const TagSnapshot& e : entries)
         all += EntryLine(e);
-    return f.write(all) == all.size() && f.flush();
+    return SafeFile::WriteWholeFile(path, all);
 }
 
 bool RestoreTagSnapshot(TagEngine& e, const TagSnapshot& old, QString* error) {
