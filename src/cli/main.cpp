@@ -1,6 +1,7 @@
 // quillotune-cli: the program's logic without windows. One command per call:
 //   quillotune-cli COMMAND ARGUMENTS...
 #include "cli/CliCommands.h"
+#include "core/ProgramFolder.h"
 #include "platform/PosixFile.h"
 #include "platform/SafeFile.h"
 
@@ -39,6 +40,14 @@ void PrintHelp() {
         Out(QStringLiteral("  %1\n      %2").arg(QLatin1String(c.usage), QLatin1String(c.summary)));
     Out(QString());
     Out(QStringLiteral("'quillotune-cli COMMAND --help' shows the help of one command."));
+    Out(QString());
+    Out(QStringLiteral("options:"));
+    Out(QStringLiteral("  --help      show this help and end"));
+    Out(QStringLiteral("  --version   show the version and end"));
+    Out(QString());
+    Out(QStringLiteral("The tool uses the program folder of the window program (settings, texts,"));
+    Out(QStringLiteral("saved lists): the folder of the executable when it holds qlt.ini and may be"));
+    Out(QStringLiteral("written, otherwise $XDG_DATA_HOME/quillotune (~/.local/share/quillotune)."));
 }
 
 } // namespace
@@ -57,6 +66,14 @@ int main(int argc, char** argv) {
         PrintHelp();
         return args.isEmpty() ? 2 : 0;
     }
+    if (args.first() == QLatin1String("--version")) {
+        Out(QStringLiteral("quillotune-cli ") + ProgramVersion());
+        return 0;
+    }
+    // An installed tool works in the user's program folder, as the window program does.
+    const ProgramFolderSetup folder = UseProgramFolder();
+    if (!folder.ok)
+        Err(folder.error);
     const QString name = args.takeFirst();
     for (const Command& c : kCommands) {
         if (name == QLatin1String(c.name))
