@@ -8,6 +8,7 @@ packages=(
   python3 python3-mutagen python3-xlrd python3-olefile
   xvfb xauth fonts-dejavu-core
   dosfstools
+  qt6-svg-dev help2man desktop-file-utils appstream dpkg-dev file
 )
 missing=()
 for p in "${packages[@]}"; do
