@@ -117,10 +117,11 @@ void FrmTexte::buildUi() {
     showBoxes();
 }
 
-// A list with its row of buttons and its check boxes (three to a line) in a group.
+// A list with its row of buttons, its check boxes (three to a line) and the button that
+// empties it, in a group.
 QGroupBox* FrmTexte::listGroup(QWidget* parent, const char* name, DataGridView* view,
                                std::initializer_list<const char*> buttons,
-                               std::initializer_list<const char*> checks) {
+                               std::initializer_list<const char*> checks, const char* clear) {
     auto* group = new QGroupBox(parent);
     group->setObjectName(QString::fromLatin1(name));
     auto* lay = new QVBoxLayout(group);
@@ -138,6 +139,7 @@ QGroupBox* FrmTexte::listGroup(QWidget* parent, const char* name, DataGridView* 
         ++i;
     }
     grid->setColumnStretch(3, 1);
+    grid->addWidget(button(clear), 0, 4, Qt::AlignRight);
     lay->addLayout(grid);
     return group;
 }
@@ -148,22 +150,24 @@ QWidget* FrmTexte::buildLists() {
     leftLay->setContentsMargins(0, 0, 4, 0);
     m_txtView = new DataGridView(m_txt, left);
     m_txtView->setObjectName(QStringLiteral("LbxTxt"));
-    leftLay->addWidget(listGroup(left, "grpTexte_Txt", m_txtView,
-                                 {"btnTexte_FindTxt", "btnTexte_OpenTxt", "btnTexte_DeleteTxt",
-                                  "btnTexte_LinkToTxt", "btnTexte_ClearLbxTxt"},
-                                 {"chbTexte_WithSubFolderTxt", "chbTexte_AttachTxt", "chbTexte_DirectEditTxt",
-                                  "chbTexte_OpenTxtWithClick", "chbTexte_OpenPlayTxt"}),
-                       4);
+    leftLay->addWidget(
+        listGroup(left, "grpTexte_Txt", m_txtView,
+                  {"btnTexte_FindTxt", "btnTexte_OpenTxt", "btnTexte_DeleteTxt", "btnTexte_LinkToTxt"},
+                  {"chbTexte_WithSubFolderTxt", "chbTexte_AttachTxt", "chbTexte_DirectEditTxt",
+                   "chbTexte_OpenTxtWithClick", "chbTexte_OpenPlayTxt"},
+                  "btnTexte_ClearLbxTxt"),
+        4);
     m_lyricsView = new DataGridView(m_lyrics, left);
     m_lyricsView->setObjectName(QStringLiteral("LbxLyrics"));
     m_lyricsView->SetHeaderSort(false); // column 1 sorts with the name second
     leftLay->addWidget(
         listGroup(left, "grpTexte_Lyrics", m_lyricsView,
                   {"btnTexte_FindLyrics", "btnTexte_CancelFindLyrics", "btnTexte_OpenLyrics",
-                   "BtnTexte_PlaySong", "btnTexte_DeleteLyrics", "btnTexte_ClearLbxLyrics"},
+                   "BtnTexte_PlaySong", "btnTexte_DeleteLyrics"},
                   {"chbTexte_WithSubFolderLyrics", "chbTexte_AttachLyrics", "chbTexte_WithLyricsOnly",
                    "chbTexte_OpenLyricWithClick", "chbTexte_OpenPlaySong", "chbTexte_DirectEditLyrics",
-                   "chbTexte_DeleteAllLyrics"}),
+                   "chbTexte_DeleteAllLyrics"},
+                  "btnTexte_ClearLbxLyrics"),
         5);
     m_cancelFind = findChild<QPushButton*>(QStringLiteral("btnTexte_CancelFindLyrics"));
     m_cancelFind->setEnabled(false);
@@ -208,12 +212,12 @@ QWidget* FrmTexte::buildBoxes() {
     boxes->addWidget(panes[1], 1);
     rightLay->addLayout(boxes, 1);
 
+    // the boxes' own commands, then saving and handing on
     auto* rowBoxes = new QHBoxLayout;
     for (const char* n : {"btnTexte_ClearTxt1", "btnTexte_ClearTxt2", "btnTexte_SwitchTextbox"})
         rowBoxes->addWidget(button(n));
     rowBoxes->addWidget(check("chbTexte_Txt1Only"));
     rowBoxes->addStretch(1);
-    rowBoxes->addWidget(check("chbTexte_NoMsg"));
     rightLay->addLayout(rowBoxes);
 
     auto* rowSave = new QHBoxLayout;
@@ -221,23 +225,32 @@ QWidget* FrmTexte::buildBoxes() {
     rowSave->addWidget(check("chbTexte_NewFile"));
     rowSave->addWidget(check("chbTexte_SaveNew"));
     rowSave->addStretch(1);
-    rowSave->addWidget(button("btnTexte_SaveAsTxt"));
-    rowSave->addWidget(button("btnTexte_TxtToSync"));
     rightLay->addLayout(rowSave);
+
+    auto* rowOn = new QHBoxLayout;
+    rowOn->addWidget(button("btnTexte_SaveAsTxt"));
+    rowOn->addWidget(button("btnTexte_TxtToSync"));
+    rowOn->addStretch(1);
+    rowOn->addWidget(check("chbTexte_NoMsg"));
+    rightLay->addLayout(rowOn);
 
     auto* links = new QGroupBox(right);
     links->setObjectName(QStringLiteral("grpTexte_Links"));
-    auto* linksLay = new QGridLayout(links);
-    linksLay->addWidget(button("btnTexte_FillCmbWithLinks"), 0, 0);
+    auto* linksLay = new QVBoxLayout(links);
+    auto* linksRow = new QHBoxLayout;
+    linksRow->addWidget(button("btnTexte_FillCmbWithLinks"));
     m_links = new QComboBox(links);
     m_links->setObjectName(QStringLiteral("cmbTexte_Links"));
     m_links->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_links->setMinimumContentsLength(20);
-    linksLay->addWidget(m_links, 0, 1, 1, 3);
+    m_links->setMinimumContentsLength(16);
+    linksRow->addWidget(m_links, 1);
     m_linksSum = new QLabel(links);
     m_linksSum->setObjectName(QStringLiteral("lblTexte_LinksSum"));
-    linksLay->addWidget(m_linksSum, 0, 4);
-    linksLay->addWidget(button("btnTexte_OpenLink"), 0, 5);
+    m_linksSum->setMinimumWidth(24);
+    m_linksSum->setAlignment(Qt::AlignCenter);
+    linksRow->addWidget(m_linksSum);
+    linksRow->addWidget(button("btnTexte_OpenLink"));
+    linksLay->addLayout(linksRow);
     m_optInsert = new QRadioButton(links);
     m_optInsert->setObjectName(QStringLiteral("optTexte_LinkInTextbox"));
     m_optCopy = new QRadioButton(links);
@@ -245,13 +258,13 @@ QWidget* FrmTexte::buildBoxes() {
     m_optMove = new QRadioButton(links);
     m_optMove->setObjectName(QStringLiteral("optTexte_MoveLinks"));
     m_optInsert->setChecked(true);
-    auto* opts = new QHBoxLayout;
-    for (QRadioButton* o : {m_optInsert, m_optCopy, m_optMove})
-        opts->addWidget(o);
-    opts->addStretch(1);
-    linksLay->addLayout(opts, 1, 0, 1, 5);
-    linksLay->addWidget(button("btnTexte_LinksOK"), 1, 5);
-    linksLay->setColumnStretch(1, 1);
+    auto* opts = new QGridLayout;
+    opts->addWidget(m_optInsert, 0, 0);
+    opts->addWidget(m_optCopy, 0, 1);
+    opts->addWidget(m_optMove, 1, 0);
+    opts->addWidget(button("btnTexte_LinksOK"), 1, 3, Qt::AlignRight);
+    opts->setColumnStretch(2, 1);
+    linksLay->addLayout(opts);
     rightLay->addWidget(links);
     return right;
 }

@@ -59,7 +59,7 @@ private:
     QWidget* buildLists();
     QGroupBox* listGroup(QWidget* parent, const char* name, DataGridView* view,
                          std::initializer_list<const char*> buttons,
-                         std::initializer_list<const char*> checks);
+                         std::initializer_list<const char*> checks, const char* clear);
     QWidget* buildBoxes();
     void connectCommands();
     void applyCaptions();

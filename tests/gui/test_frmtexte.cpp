@@ -116,7 +116,7 @@ private slots:
                               "chbTexte_OpenTxtWithClick",
                               "chbTexte_OpenLyricWithClick",
                               "chbTexte_Txt1Only"})
-            QVERIFY2(p->findChild<QWidget*>(QString::fromLatin1(n)), n);
+            QVERIFY2(p->findChildren<QWidget*>(QString::fromLatin1(n)).size() == 1, n);
         // printing comes later: no dead button
         QVERIFY(!p->findChild<QWidget*>("btnTexte_PrintTextbox"));
         QVERIFY(!Control<QPushButton>(p, "btnTexte_CancelFindLyrics")->isEnabled());
