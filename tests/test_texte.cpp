@@ -199,6 +199,7 @@ private slots:
         QVERIFY(!ReadTextForBox(root + "/none.txt", text));
         QVERIFY(text.isEmpty());
         QCOMPARE(TextFileBytes("a\nb\r\nc"), QByteArray("a\r\nb\r\nc"));
+        QCOMPARE(WithCrLf("a\rb\n\nc"), QStringLiteral("a\r\nb\r\n\r\nc"));
     }
 
     void readerSurvivesMutations() {
@@ -353,11 +354,11 @@ private slots:
         QCOMPARE(lyrics.RowCells(1),
                  (QStringList{"1", "a.mp3", Caption(CapDefaultLanguage), "", root + "/row"}));
         // the row's entry is replaced; with "as a new entry" one is added
-        b.text[0] = "better words";
+        b.text[0] = "better\nwords";
         QVERIFY(SaveLyric(env, b));
         QCOMPARE(engine.OpenFile(s), 1);
         QCOMPARE(engine.LyricCount(), 1);
-        QCOMPARE(engine.LyricText(1), QStringLiteral("better words"));
+        QCOMPARE(engine.LyricText(1), QStringLiteral("better\r\nwords")); // line ends as the files have them
         env.saveNew = true;
         QVERIFY(SaveLyric(env, b));
         QCOMPARE(engine.OpenFile(s), 1);

@@ -325,12 +325,16 @@ bool ReadTextForBox(const QString& path, QString& text, QString* linkedSong) {
     return true;
 }
 
-QByteArray TextFileBytes(const QString& text) {
+QString WithCrLf(const QString& text) {
     QString t = text;
     t.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     t.replace(u'\r', u'\n');
     t.replace(QLatin1String("\n"), QLatin1String("\r\n"));
-    return t.toUtf8();
+    return t;
+}
+
+QByteArray TextFileBytes(const QString& text) {
+    return WithCrLf(text).toUtf8();
 }
 
 bool OpenTextFile(TexteEnv& env, TextPair& boxes, bool byClick) {
@@ -385,7 +389,7 @@ bool AskLanguage(TexteEnv& env, QString& language) {
 } // namespace
 
 bool SaveLyric(TexteEnv& env, const TextPair& boxes) {
-    const QString text = boxes.Active();
+    const QString text = WithCrLf(boxes.Active()); // as the files and the editor keep texts
     if (text.isEmpty()) {
         env.prompt.Tell(Caption(CapNoTextToSave), Prompt::Icon::Information);
         return false;

@@ -116,6 +116,8 @@ QStringList SplitTextLines(const QString& text);
 // that links a missing song gets "_#-/->". False (and an empty text) when the file can't
 // be read. `linkedSong` receives the path of an existing linked song.
 bool ReadTextForBox(const QString& path, QString& text, QString* linkedSong = nullptr);
+// Every line end (CR LF, LF or CR) made CR LF.
+QString WithCrLf(const QString& text);
 // The text as a file holds it: line ends made CR LF, UTF-8 without a mark.
 QByteArray TextFileBytes(const QString& text);
 

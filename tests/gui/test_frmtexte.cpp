@@ -12,12 +12,15 @@
 #include "core/Captions.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "platform/mpv/MpvDevice.h"
+#include "player/MediaDevice.h"
 #include "tag/TagEngine.h"
 #include "text/TexteColumns.h"
 #include "text/modTexte.h"
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -64,6 +67,11 @@ class TestFrmTexte : public QObject {
     }
 
 private slots:
+    void initTestCase() {
+        UseMpvMedia();
+        SetDefaultAudioOutput(QStringLiteral("null"));
+    }
+
     void everyControlIsThere() {
         GuiProgram g;
         QVERIFY(g.Start());
@@ -196,6 +204,20 @@ private slots:
         QVERIFY(Control<QCheckBox>(p, "chbTexte_DirectEditLyrics")->isEnabled());
         QVERIFY(!Control<QPushButton>(p, "btnTexte_CancelFindLyrics")->isEnabled());
         auto* view = Control<DataGridView>(p, "LbxLyrics");
+        // header clicks: the language alone, then the number with the name second, downwards
+        QHeaderView* header = view->table()->horizontalHeader();
+        auto clickHeader = [&](int col) {
+            const int x = header->sectionViewportPosition(col - 1) + header->sectionSize(col - 1) / 2;
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier,
+                              QPoint(x, header->height() / 2));
+            QCoreApplication::processEvents();
+        };
+        clickHeader(LyrCol::Language);
+        QCOMPARE(p->LbxLyrics().CellText(1, LyrCol::FileName), QStringLiteral("b.mp3"));
+        clickHeader(LyrCol::Index);
+        clickHeader(LyrCol::Index);
+        QCOMPARE(p->LbxLyrics().CellText(1, LyrCol::FileName), QStringLiteral("a.mp3"));
+        QCOMPARE(p->LbxLyrics().CellText(1, LyrCol::Index), QStringLiteral("1"));
         ClickRow(view, 1);
         Click(p, "btnTexte_OpenLyrics");
         QCOMPARE(Box(p, 1)->toPlainText(), QStringLiteral("la la\nlu lu"));
@@ -226,6 +248,23 @@ private slots:
         QCOMPARE(e.OpenFile(a), 1);
         QCOMPARE(e.LyricLanguage(1), QStringLiteral("FRA"));
         QCOMPARE(e.LyricText(1), QStringLiteral("la la\r\nlu lu"));
+    }
+
+    void playSongOnTheMainPlayer() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        FrmTexte* p = Page(g);
+        Song("play/a.mp3");
+        p->chooseFolder = [&](const QString&) { return dir.path() + "/play"; };
+        Click(p, "btnTexte_FindLyrics");
+        QCOMPARE(p->LbxLyrics().Rows(), 1);
+        Click(p, "BtnTexte_PlaySong");
+        QCOMPARE(g.prompt.LastText(), Caption(CapNoRowSelected));
+        ClickRow(Control<DataGridView>(p, "LbxLyrics"), 1);
+        Click(p, "BtnTexte_PlaySong");
+        QVERIFY(Media().IsOpen());
+        QCOMPARE(Control<QLabel>(g.window.get(), "lblTab1_ActSong")->text(), QStringLiteral("a.mp3"));
+        Media().Close();
     }
 
     void handOverAndLinks() {
