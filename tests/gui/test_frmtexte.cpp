@@ -29,6 +29,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTimer>
 
 class TestFrmTexte : public QObject {
     Q_OBJECT
@@ -265,6 +266,99 @@ private slots:
         QVERIFY(Media().IsOpen());
         QCOMPARE(Control<QLabel>(g.window.get(), "lblTab1_ActSong")->text(), QStringLiteral("a.mp3"));
         Media().Close();
+    }
+
+    void fileCommandsAndSwitches() {
+        GuiProgram g;
+        QVERIFY(g.Start({{{Ini::Paperbin, Ini::Col2}, QStringLiteral("1")}}));
+        FrmTexte* p = Page(g);
+        const QString song = Song("f/song.mp3");
+        Write("f/gone.txt", "/f/no/such/song.mp3\r\nwords\r\n");
+        Write("f/keep.txt", "keep\r\n");
+        p->chooseFolder = [&](const QString&) { return dir.path() + "/f"; };
+        Click(p, "btnTexte_FindTxt");
+        QCOMPARE(p->LbxTxt().Rows(), 2);
+        auto* view = Control<DataGridView>(p, "LbxTxt");
+        // open with a click: the row's text at once, a missing song marked
+        Click(p, "chbTexte_OpenTxtWithClick");
+        QCOMPARE(Setting(Ini::TexteOpenTxtWithClick, Ini::Col1), QStringLiteral("1"));
+        ClickRow(view, 1, 1);
+        QCOMPARE(Box(p, 1)->toPlainText(), QStringLiteral("/f/no/such/song.mp3_#-/->\nwords\n"));
+        Click(p, "chbTexte_OpenTxtWithClick");
+        // link the text to a song: the first empty link field takes its path
+        p->chooseSongFile = [&](const QString&) { return song; };
+        Click(p, "btnTexte_LinkToTxt");
+        QCOMPARE(g.prompt.LastText(), Caption(CapLinkSaved));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(song), 1);
+        QCOMPARE(e.V2AudFileUrl(), dir.path() + "/f/gone.txt");
+        // save the box as a text file
+        p->chooseTextSave = [&](const QString&) { return dir.path() + "/f/saved.txt"; };
+        QTest::mouseClick(Box(p, 1)->viewport(), Qt::LeftButton);
+        Click(p, "btnTexte_SaveAsTxt");
+        QCOMPARE(tagtest::ReadAll(dir.path() + "/f/saved.txt"),
+                 QByteArray("/f/no/such/song.mp3_#-/->\r\nwords\r\n"));
+        QCOMPARE(g.prompt.LastText(), Caption(CapTextSaved));
+        // rename in the list
+        Click(p, "chbTexte_DirectEditTxt");
+        QTableView* t = view->table();
+        const QModelIndex cell = t->model()->index(1, TxtCol::FileName - 1);
+        QTest::mouseDClick(t->viewport(), Qt::LeftButton, Qt::NoModifier, t->visualRect(cell).center());
+        QLineEdit* editor = t->viewport()->findChild<QLineEdit*>();
+        QVERIFY(editor);
+        editor->selectAll();
+        QTest::keyClicks(editor, "kept.txt");
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QVERIFY(QFile::exists(dir.path() + "/f/kept.txt"));
+        QCOMPARE(p->LbxTxt().CellText(2, TxtCol::FileName), QStringLiteral("kept.txt"));
+        Click(p, "chbTexte_DirectEditTxt");
+        // delete the file of the selected row, after the question
+        ClickRow(view, 2, 1);
+        g.prompt.answers = {true};
+        Click(p, "btnTexte_DeleteTxt");
+        QVERIFY(!QFile::exists(dir.path() + "/f/kept.txt"));
+        QCOMPARE(p->LbxTxt().Rows(), 1);
+        QCOMPARE(p->LbxTxt().FooterText(TxtCol::FileName), QStringLiteral("1"));
+    }
+
+    void deleteAllLyricsAndCancel() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        FrmTexte* p = Page(g);
+        const QString a = Song("d/a.mp3");
+        TagEngine e;
+        QCOMPARE(e.OpenFile(a), 1);
+        e.SetLyric(1, "GER", "eins", "eins");
+        e.SetLyric(2, "ENG", "two", "two");
+        QVERIFY(e.SaveV2(a));
+        p->chooseFolder = [&](const QString&) { return dir.path() + "/d"; };
+        Click(p, "btnTexte_FindLyrics");
+        QCOMPARE(p->LbxLyrics().Rows(), 2);
+        ClickRow(Control<DataGridView>(p, "LbxLyrics"), 2);
+        Click(p, "chbTexte_DeleteAllLyrics");
+        g.prompt.answers = {true};
+        Click(p, "btnTexte_DeleteLyrics");
+        QCOMPARE(e.OpenFile(a), 1);
+        QCOMPARE(e.LyricCount(), 0);
+        QCOMPARE(p->LbxLyrics().CellText(1, LyrCol::Index), QString());
+        QCOMPARE(p->LbxLyrics().CellText(2, LyrCol::Language), QString());
+        // a long search stops at the cancel button
+        for (int i = 0; i < 400; ++i)
+            Song(QStringLiteral("many/s%1.mp3").arg(i, 3, 10, QLatin1Char('0')));
+        p->chooseFolder = [&](const QString&) { return dir.path() + "/many"; };
+        auto* cancel = Control<QPushButton>(p, "btnTexte_CancelFindLyrics");
+        bool wasEnabled = false;
+        QTimer::singleShot(0, cancel, [&] {
+            wasEnabled = cancel->isEnabled();
+            QTest::mouseClick(cancel, Qt::LeftButton);
+        });
+        Click(p, "btnTexte_FindLyrics");
+        QVERIFY(wasEnabled);
+        QVERIFY(!cancel->isEnabled());
+        const int rows = p->LbxLyrics().Rows();
+        QVERIFY2(rows > 0 && rows < 400, qPrintable(QString::number(rows)));
+        QCOMPARE(p->LbxLyrics().FooterText(LyrCol::FileName), QString::number(rows));
     }
 
     void handOverAndLinks() {
