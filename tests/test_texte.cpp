@@ -607,6 +607,11 @@ private slots:
         p.start(ProgramDir() + "/quillotune-cli", {"lyrics", root + "/none.mp3"});
         QVERIFY(p.waitForFinished(30000));
         QCOMPARE(p.exitCode(), 1);
+        // a type without lyric entries lists none
+        p.start(ProgramDir() + "/quillotune-cli", {"lyrics", Song("cli/b.wav", "tone.wav"), "--json"});
+        QVERIFY(p.waitForFinished(30000));
+        QCOMPARE(p.exitCode(), 0);
+        QCOMPARE(p.readAllStandardOutput().trimmed(), QByteArray("[\n]"));
     }
 };
 

@@ -12,6 +12,7 @@
 #include "core/Captions.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "platform/Shell.h"
 #include "platform/mpv/MpvDevice.h"
 #include "player/MediaDevice.h"
 #include "tag/TagEngine.h"
@@ -384,6 +385,11 @@ private slots:
         Click(p, "btnTexte_FillCmbWithLinks");
         QCOMPARE(Control<QComboBox>(p, "cmbTexte_Links")->count(), 1);
         QCOMPARE(Control<QLabel>(p, "lblTexte_LinksSum")->text(), QStringLiteral("1"));
+        ScriptedShell shell;
+        SetShell(&shell);
+        Click(p, "btnTexte_OpenLink");
+        SetShell(nullptr);
+        QCOMPARE(shell.opened, QStringList{a});
         p->chooseTargetDir = [&](const QString&) { return dir.path() + "/copy"; };
         Click(p, "optTexte_CopyLinks");
         Click(p, "btnTexte_LinksOK");
