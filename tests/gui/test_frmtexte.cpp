@@ -134,6 +134,24 @@ private slots:
         QCOMPARE(Control<QPushButton>(p, "btnTexte_FindTxt")->text(), QStringLiteral("Textdateien suchen"));
     }
 
+    void settingRowsAtStart() {
+        GuiProgram g;
+        QVERIFY(g.Start({{{Ini::TexteNoMsg, Ini::Col1}, QStringLiteral("1")},
+                         {{Ini::TexteOpenTxtWithClick, Ini::Col1}, QStringLiteral("1")},
+                         {{Ini::TexteOpenLyricWithClick, Ini::Col1}, QStringLiteral("1")},
+                         {{Ini::TexteTxt1Only, Ini::Col1}, QStringLiteral("1")},
+                         {{Ini::TexteWithLyricsOnly, Ini::Col1}, QStringLiteral("1")}}));
+        FrmTexte* p = Page(g);
+        for (const char* n : {"chbTexte_NoMsg", "chbTexte_OpenTxtWithClick", "chbTexte_OpenLyricWithClick",
+                              "chbTexte_Txt1Only", "chbTexte_WithLyricsOnly"})
+            QVERIFY2(Control<QCheckBox>(p, QString::fromLatin1(n))->isChecked(), n);
+        QVERIFY(!Box(p, 2)->isVisibleTo(p));
+        Click(p, "chbTexte_NoMsg");
+        QCOMPARE(Setting(Ini::TexteNoMsg, Ini::Col1), QStringLiteral("0"));
+        Click(p, "chbTexte_WithLyricsOnly");
+        QCOMPARE(Setting(Ini::TexteWithLyricsOnly, Ini::Col1), QStringLiteral("0"));
+    }
+
     void findOpenAndTheTwoBoxes() {
         GuiProgram g;
         QVERIFY(g.Start());
