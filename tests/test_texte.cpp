@@ -393,6 +393,11 @@ private slots:
                                                               "e\r\nzwei"));
         QCOMPARE(prompt.LastText(), Caption(CapTextSaved));
         QCOMPARE(settings.CellText(Ini::LastDialogFolder, Ini::Col1), root + "/saved");
+        // a folder that is not there: a clear failure, nothing half written
+        env.chooseTextSave = [&](const QString&) { return root + "/no/such/folder/out.txt"; };
+        QVERIFY(!SaveAsText(env, b));
+        QCOMPARE(prompt.shown.back().icon, Prompt::Icon::Critical);
+        QVERIFY(prompt.LastText().startsWith(Caption(CapFileSaveFailed)));
     }
 
     // ---- deleting -------------------------------------------------------------------------------
@@ -479,6 +484,16 @@ private slots:
         env.chooseSongFile = [&](const QString&) { return w; };
         QVERIFY(!LinkTextToSong(env));
         QCOMPARE(prompt.LastText(), Caption(CapLinkTypeNotSupported));
+        // a file that can't be read: asked first, No ends, Yes ends in the engine's reason
+        const QString bad = root + "/link8/t.txt";
+        env.chooseSongFile = [&](const QString&) { return bad; };
+        prompt.answers = {false};
+        QVERIFY(!LinkTextToSong(env));
+        QCOMPARE(prompt.LastText(), Caption(CapFileUnreadableContinue));
+        prompt.answers = {true};
+        QVERIFY(!LinkTextToSong(env));
+        QVERIFY(prompt.LastText().startsWith(Caption(CapLinkSaveFailed)));
+        QCOMPARE(ReadAll(bad), QByteArray("words"));
     }
 
     void copyAndMoveLinks() {

@@ -254,8 +254,11 @@ private slots:
         QCOMPARE(e.LyricText(1), QStringLiteral("neue Zeile"));
         QCOMPARE(e.LyricLanguage(1), Caption(CapDefaultLanguage));
         QCOMPARE(p->LbxLyrics().CellText(2, LyrCol::Index), QStringLiteral("1"));
-        // the direct edit of a language
+        // the direct edit of a language; the editable headers turn red
         Click(p, "chbTexte_DirectEditLyrics");
+        QCOMPARE(p->LbxLyrics().Column(LyrCol::Language).headerColor, BgrColor(255));
+        QCOMPARE(p->LbxLyrics().Column(LyrCol::Description).headerColor, BgrColor(255));
+        QCOMPARE(p->LbxLyrics().Column(LyrCol::FileName).headerColor, kNoColor);
         QTableView* t = view->table();
         const QModelIndex cell = t->model()->index(0, LyrCol::Language - 1);
         QTest::mouseDClick(t->viewport(), Qt::LeftButton, Qt::NoModifier, t->visualRect(cell).center());
