@@ -12,6 +12,7 @@
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
 #include "core/SettingRows.h"
+#include "platform/PosixFile.h"
 #include "tag/TagEngine.h"
 #include "text/TexteColumns.h"
 #include "text/modTexte.h"
@@ -24,6 +25,7 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QtTest>
+#include <cstdio>
 
 using namespace tagtest;
 
@@ -241,6 +243,25 @@ private slots:
         env.chooseFolder = [&](const QString&) { return root + "/find"; };
         QCOMPARE(FindTextFiles(env), 2);
         QCOMPARE(settings.CellText(Ini::PathTexte, Ini::Col2), root + "/find");
+    }
+
+    void namesThatAreNoUtf8() {
+        // a text file from an old disk: its name keeps its bytes through search, read and rename
+        QDir().mkpath(root + "/raw");
+        const QByteArray native = QFile::encodeName(root) + "/raw/caf\xe9.txt";
+        FILE* f = std::fopen(native.constData(), "wb");
+        QVERIFY(f);
+        std::fputs("Grüße\r\n", f);
+        std::fclose(f);
+        TexteEnv env = Env();
+        QCOMPARE(FindTextFilesIn(env, root + "/raw"), 1);
+        const QString path = TxtRowPath(txt, 1);
+        QCOMPARE(PosixFile::Native(path), native);
+        QString text;
+        QVERIFY(ReadTextForBox(path, text));
+        QCOMPARE(text, QStringLiteral("Grüße\r\n"));
+        QVERIFY(RenameTextFile(env, 1, "cafe.txt"));
+        QVERIFY(QFile::exists(root + "/raw/cafe.txt"));
     }
 
     void findLyricsPassesOverTypes() {
