@@ -84,6 +84,20 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     frmTag = new FrmTag;
     renamePanel->tagSetOfTagWindow = [this] { return int(frmTag->ChosenSet()); };
     frmTexte = new FrmTexte;
+    // A song of the texts area plays on the player of the data list.
+    frmTexte->playSong = [this](const QString& path) {
+        modPlayer& player = playerPanel->Player();
+        player.Stop();
+        if (!player.MediaOpen(path)) {
+            AppPrompt().Tell(Caption(CapOpenFailed) + u'\n' + path, Prompt::Icon::Information);
+            return;
+        }
+        player.MediaPlayFrom(0);
+        if (player.view.actSong)
+            player.view.actSong(path.mid(path.lastIndexOf(u'/') + 1));
+        if (player.view.lamps)
+            player.view.lamps(true, false);
+    };
     frmPlaylist = new FrmPlaylist;
     frmPictures = new FrmPictures;
     frmSText = new FrmSText;
@@ -206,6 +220,7 @@ void FrmInput::ApplySettings() {
     ApplyStartupPatterns(Settings(), Grids::LbxInput(), Grids::LbxRef());
     frmPreferences->ApplySettings();
     frmPlaylist->ApplySettings();
+    frmTexte->ApplySettings();
 }
 
 StartCheck FrmInput::FormLoad(Prompt& prompt) {
@@ -217,6 +232,7 @@ void FrmInput::SetGridHeaders() {
     refPanel->SetColumnCaptions();
     SetCaptionTableHeaders();
     frmPlaylist->SetGridHeaders();
+    frmTexte->SetGridHeaders();
 }
 
 void FrmInput::LanguageChanged() {

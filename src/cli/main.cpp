@@ -30,6 +30,8 @@ const Command kCommands[] = {
     {"undo", "undo [--json]", "put back the names of the last rename batch of this tool", RunUndo},
     {"ref", "ref FILE.ref [--json|--check|--match FILE.data] | ref --from FILE.data --save FILE.ref",
      "print, build, check or match a reference list", RunRef},
+    {"lyrics", "lyrics SONG [--json]",
+     "list the lyric entries of a song (index, language, description, text)", RunLyrics},
 };
 
 void PrintHelp() {

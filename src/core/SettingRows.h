@@ -52,6 +52,7 @@ constexpr int PlaylistWithSubFolders = 62;
 constexpr int PlaylistFolderPreset = 63;
 constexpr int PlaylistFormat = 64; // 0 M3U, 1 M3U+PLS, 2 PLS
 constexpr int TextPaneState = 65;
+constexpr int TexteSongFolder = 65; // FrmTexte: folder of the last song chosen for a lyric or link
 // the player: chbTab1_PlayWithChange, txtTab1_Sequenztime(0..2)
 constexpr int PlayWithChange = 66;
 constexpr int SequenceTimeFirst = 67, SequenceTimeLast = 69;
@@ -80,7 +81,9 @@ constexpr int PathCopyTarget = 73; // folder last used for copying
 constexpr int PathRename1 = 74, PathRename2 = 82;
 constexpr int PathPictures1 = 75, PathPictures2 = 100;
 constexpr int PathSText1 = 76, PathSText2 = 80, PathSText3 = 81;
-constexpr int PathTexte = 77;
+constexpr int PathTexte = 77;      // FrmTexte: folder of the last search for text files
+constexpr int PathLyrics = 1;      // FrmTexte: folder of the last search for lyrics
+constexpr int PathTexteLinks = 78; // FrmTexte: target folder of copied or moved linked files
 constexpr int PathPlaylist1 = 79, PathPlaylist2 = 84; // 84 is also the playlist export folder
 constexpr int PathRefExport = 85;
 constexpr int LastSTextTxtLrcFolder = 83;
