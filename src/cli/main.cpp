@@ -29,6 +29,8 @@ const Command kCommands[] = {
     {"undo", "undo [--json]", "put back the names of the last rename batch of this tool", RunUndo},
     {"ref", "ref FILE.ref [--json|--check|--match FILE.data] | ref --from FILE.data --save FILE.ref",
      "print, build, check or match a reference list", RunRef},
+    {"lrc", "lrc FILE.lrc|FILE.txt|SONG.mp3 [--json] | lrc --into SONG.mp3 FILE.lrc | lrc --remove SONG.mp3",
+     "print the rows of a time-stamped text, or write or remove a song's \"lrc\" frame", RunLrc},
 };
 
 void PrintHelp() {
