@@ -204,6 +204,7 @@ void FrmInput::ApplySettings() {
     renamePanel->ApplySettings();
     playerPanel->ApplySettings();
     ApplyStartupPatterns(Settings(), Grids::LbxInput(), Grids::LbxRef());
+    frmSText->ApplySettings();
     frmPreferences->ApplySettings();
     frmPlaylist->ApplySettings();
 }
@@ -217,6 +218,7 @@ void FrmInput::SetGridHeaders() {
     refPanel->SetColumnCaptions();
     SetCaptionTableHeaders();
     frmPlaylist->SetGridHeaders();
+    frmSText->SetGridHeaders();
 }
 
 void FrmInput::LanguageChanged() {
@@ -237,6 +239,8 @@ QuitSteps FrmInput::QuitStepsOfWindows() {
     s.purgeLinkList = [] { PurgeLinkList(Grids::LbxPic_LinkToPic()); };
     s.closeMedia = [this] {
         playerPanel->Player().TimerSequenz.stop();
+        frmSText->TimerSText.stop();
+        frmSText->TimerSText_SyncTimer.stop();
         CloseMedia();
     };
     s.unloadForms = [this] {

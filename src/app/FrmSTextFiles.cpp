@@ -1,0 +1,181 @@
+// FrmSText: the side lists: the searches for songs with LRC and for text and LRC files,
+// and the commands on their files (copy, move, rename, delete) with their row menu.
+#include "app/DataGridView.h"
+#include "app/FrmSText.h"
+#include "app/UiCaptions.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
+#include "core/DataGrid.h"
+#include "core/Prompt.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
+#include "file/ftcFileOps.h"
+#include "text/modSTextFind.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QMenu>
+#include <QRadioButton>
+#include <QTabWidget>
+
+namespace {
+QString FolderOf(const QString& path) {
+    const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
+    return slash > 0 ? path.left(slash) : QString();
+}
+} // namespace
+
+// ---- the searches ----------------------------------------------------------------------------
+
+void FrmSText::findSongsWithLrc() {
+    const QString folder = chooseFolder(Setting(Ini::PathSText1, Ini::Col2), Caption(CapChooseFolderTitle));
+    if (folder.isEmpty())
+        return;
+    SetSetting(Ini::PathSText1, Ini::Col2, folder);
+    STextFindOptions o;
+    o.subfolders = chbSText_SubfolderSong->isChecked();
+    o.add = chbSText_AddSongLrc->isChecked();
+    o.progress = [](int done, const QString&) {
+        if (done % 50 == 0)
+            QCoreApplication::processEvents();
+    };
+    DataGrid& g = *LbxSongWithLrc->grid();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    FindSongsWithLrc(g, *m_engine, folder, o);
+    QApplication::restoreOverrideCursor();
+    FinishFindList(g, SongLrcCol::FileName);
+}
+
+void FrmSText::findTxtLrc() {
+    const QString folder = chooseFolder(Setting(Ini::PathSText1, Ini::Col2), Caption(CapChooseFolderTitle));
+    if (folder.isEmpty())
+        return;
+    SetSetting(Ini::PathSText1, Ini::Col2, folder);
+    STextFindOptions o;
+    o.subfolders = chbSText_SubfolderTxtLrc->isChecked();
+    o.add = chbSText_AddTxTLrc->isChecked();
+    o.progress = [](int done, const QString&) {
+        if (done % 50 == 0)
+            QCoreApplication::processEvents();
+    };
+    const TxtLrcKind kind = optSText_Txt->isChecked()   ? TxtLrcKind::Txt
+                            : optSText_Lrc->isChecked() ? TxtLrcKind::Lrc
+                                                        : TxtLrcKind::Both;
+    DataGrid& g = *LbxTxtLrc->grid();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    FindTxtLrcFiles(g, folder, kind, o);
+    QApplication::restoreOverrideCursor();
+    FinishFindList(g, TxtLrcCol::FileName);
+}
+
+// ---- the files of the search lists -----------------------------------------------------------
+
+void FrmSText::cmdCopyMove(bool move) {
+    bool fromSongs = false;
+    const QString path = selectedFilePath(&fromSongs);
+    if (path.isEmpty()) {
+        prompt().Tell(Caption(CapNothingChosen));
+        return;
+    }
+    const QString target = chooseFolder(Setting(Ini::PathCopyTarget, Ini::Col2), Caption(CapMoveTargetTitle));
+    if (target.isEmpty())
+        return;
+    SetSetting(Ini::PathCopyTarget, Ini::Col2, target);
+    QString final;
+    const int rc =
+        move ? MoveFile(path, target + u'/', &final) : CopyFile(path, target + u'/', true, &prompt(), &final);
+    if (rc != FileOp::Ok) {
+        if (rc != FileOp::Cancelled)
+            prompt().Tell(FileOpErrorText(rc), Prompt::Icon::Critical);
+        return;
+    }
+    if (move) {
+        DataGrid& g = fromSongs ? *LbxSongWithLrc->grid() : *LbxTxtLrc->grid();
+        const int col = fromSongs ? SongLrcCol::Folder : TxtLrcCol::Folder;
+        const int nameCol = fromSongs ? SongLrcCol::FileName : TxtLrcCol::FileName;
+        g.SetCellText(g.CurRow(), col, FolderOf(final));
+        g.SetCellText(g.CurRow(), nameCol, final.mid(final.lastIndexOf(u'/') + 1));
+    }
+    prompt().Tell(Caption(CapOneFileMoved));
+}
+
+void FrmSText::cmdDelete(bool fromMenu) {
+    // the menu takes its path from the file list, whichever list it was opened on
+    DataGrid& g = *LbxTxtLrc->grid();
+    const int r = g.CurRow();
+    if (r < 1 || r > g.Rows()) {
+        prompt().Tell(Caption(fromMenu ? CapNothingChosen : CapNoRowSelected));
+        return;
+    }
+    const QString path = g.CellText(r, TxtLrcCol::Folder) + u'/' + g.CellText(r, TxtLrcCol::FileName);
+    int rc;
+    if (fromMenu) {
+        if (!prompt().AskYesNo(Caption(CapDeleteFileQuestion)))
+            return;
+        rc = DeleteFile(path, PaperbinSetting(Settings()), false, &prompt());
+        prompt().Tell(Caption(rc == FileOp::Ok ? CapOneFileDeleted : CapDeleteFailed));
+    } else {
+        rc = DeleteFile(path, PaperbinSetting(Settings()), true, &prompt());
+        if (rc != FileOp::Ok && rc != FileOp::Cancelled)
+            prompt().Tell(Caption(CapDeleteFailed) + QStringLiteral("\n") + FileOpErrorText(rc),
+                          Prompt::Icon::Critical);
+    }
+    if (rc == FileOp::Ok) {
+        g.DeleteRow(r);
+        g.SetFooterText(TxtLrcCol::FileName, QString::number(g.Rows()));
+    }
+}
+
+void FrmSText::cmdRename() {
+    DataGrid& g = *LbxTxtLrc->grid();
+    const int r = g.CurRow();
+    if (r < 1 || r > g.Rows()) {
+        prompt().Tell(Caption(CapNothingChosen));
+        return;
+    }
+    const QString old = g.CellText(r, TxtLrcCol::FileName);
+    const std::optional<QString> name = prompt().InputBox(Caption(CapNewFileNamePrompt), old);
+    if (!name || name->trimmed().isEmpty() || *name == old)
+        return;
+    QString final;
+    if (RenameFile(g.CellText(r, TxtLrcCol::Folder) + u'/' + old, name->trimmed(), &final) != FileOp::Ok) {
+        prompt().Tell(Caption(CapRenameFailedPlaylist), Prompt::Icon::Warning);
+        return;
+    }
+    g.SetCellText(r, TxtLrcCol::FileName, final.mid(final.lastIndexOf(u'/') + 1));
+}
+
+void FrmSText::showTxtLrcMenu(const QPoint& global) {
+    mnuTxtLrc->clear();
+    auto add = [this](QMenu* m, const char* name, auto fn) {
+        QAction* a = m->addAction(UiText(QString::fromLatin1(name)));
+        a->setObjectName(QString::fromLatin1(name));
+        connect(a, &QAction::triggered, this, fn);
+        return a;
+    };
+    add(mnuTxtLrc, "mnuTxtLrc_TextToList", [this] { cmdLoadSelected(true); });
+    add(mnuTxtLrc, "mnuTxtLrc_PlayInList", [this] {
+        optSText_PlayInListbox->setChecked(true);
+        chbSText_PlayLrc2->setChecked(true);
+        cmdLoadSelected(false);
+    });
+    add(mnuTxtLrc, "mnuTxtLrc_PlayInWindow", [] {})->setEnabled(false); // the scrolling window comes later
+    if (TabSText_Sub->currentIndex() == 0) {
+        DataGrid& g = *LbxSongWithLrc->grid();
+        add(mnuTxtLrc, "mnuSongLrc_MarkAllSync", [&g] {
+            for (int r = 1; r <= g.Rows(); ++r)
+                g.SetCellText(r, SongLrcCol::Mark, QStringLiteral("p"));
+        });
+        add(mnuTxtLrc, "mnuSongLrc_EraseAllMarksSync", [&g] {
+            for (int r = 1; r <= g.Rows(); ++r)
+                g.SetCellText(r, SongLrcCol::Mark, QString());
+        });
+    }
+    QMenu* file = mnuTxtLrc->addMenu(UiText(QStringLiteral("mnuTxtLrc_File")));
+    file->setObjectName(QStringLiteral("mnuTxtLrc_File"));
+    add(file, "mnuTxtLrc_RenameFile", [this] { cmdRename(); });
+    add(file, "mnuTxtLrc_CopyFile", [this] { cmdCopyMove(false); });
+    add(file, "mnuTxtLrc_MoveFile", [this] { cmdCopyMove(true); });
+    add(file, "mnuTxtLrc_KillFile", [this] { cmdDelete(true); });
+    mnuTxtLrc->popup(global);
+}
