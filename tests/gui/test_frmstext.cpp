@@ -60,7 +60,11 @@ class TestFrmSText : public QObject {
         auto* b = Find<QAbstractButton>(name);
         QVERIFY(b);
         QVERIFY(b->isEnabled());
-        QTest::mouseClick(b, Qt::LeftButton);
+        // a check box takes clicks on its box and its text, not on the space behind them
+        if (qobject_cast<QCheckBox*>(b))
+            QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(6, b->height() / 2));
+        else
+            QTest::mouseClick(b, Qt::LeftButton);
     }
     QString Write(const QString& name, const QByteArray& bytes) {
         const QString path = m_dir.filePath(name);
@@ -168,7 +172,9 @@ private slots:
         QElapsedTimer clock;
         clock.start();
         QMap<int, qint64> movedAt;
-        connect(&L(), &DataGrid::currentRowChanged, this, [&](int row) { movedAt[row] = clock.elapsed(); });
+        const QMetaObject::Connection watch = connect(&L(), &DataGrid::currentRowChanged, this,
+                                                      [&](int row) { movedAt[row] = clock.elapsed(); });
+        const auto unwatch = qScopeGuard([&] { disconnect(watch); });
         Click("MMCSText_Play");
         QCOMPARE(S().TimerSText_SyncTimer.interval(), 100);
         QVERIFY(Find<QCheckBox>("chbSText_SyncMode")->isChecked());
@@ -262,7 +268,7 @@ private slots:
         Click("btnSText_Shiftm(2)"); // -  1000
         QCOMPARE(RowTime(L(), 1), -500);
         QCOMPARE(L().CellText(1, ColMmss), QStringLiteral("-01:59.50"));
-        QTest::mouseClick(Find<QCheckBox>("chbSText_ShiftFromActRow"), Qt::LeftButton);
+        Click("chbSText_ShiftFromActRow");
         ClickCell(2, ColText);
         Click("btnSText_Shiftp(0)"); // an unstamped row is stamped at 0 ...
         QCOMPARE(L().CellText(2, ColTimeMSec), QStringLiteral("00000000"));
@@ -362,7 +368,7 @@ private slots:
                               .center());
         QCOMPARE(songs.CellText(2, SongLrcCol::Mark), QStringLiteral("p"));
         Find<QTabWidget>("TabSText_Sub")->setCurrentIndex(2);
-        QTest::mouseClick(Find<QCheckBox>("chbSText_PlayLrc2"), Qt::LeftButton);
+        Click("chbSText_PlayLrc2");
         Find<QTabWidget>("TabSText_Sub")->setCurrentIndex(0);
         songs.SetCurRow(1);
         Click("btnSText_LrcToList");
