@@ -88,15 +88,16 @@ FrmSText::FrmSText(QWidget* parent, Prompt* prompt)
     connectCommands();
     updateState();
 
-    chooseOpenFile = [this](const QString& start, const QString& filters) {
-        return QFileDialog::getOpenFileName(window(), QString(), start, filters);
+    chooseOpenFile = [this](const QString& start, const QString& filters, const QString& title) {
+        return QFileDialog::getOpenFileName(window(), title, start, filters);
     };
     chooseSaveFile = [this](const QString& start, const QString& name, bool* lrc) {
         const QString txt = Caption(CapFilterTextFile) + QStringLiteral(" (*.txt)");
         const QString lrcFilter = Caption(CapLrcFilesFilter) + QStringLiteral(" (*.lrc)");
         QString selected = *lrc ? lrcFilter : txt;
-        const QString path = QFileDialog::getSaveFileName(window(), QString(), start + u'/' + name,
-                                                          txt + QStringLiteral(";;") + lrcFilter, &selected);
+        const QString path = QFileDialog::getSaveFileName(
+            window(), UiText(QStringLiteral("btnSText_Save_Txt")), start + u'/' + name,
+            txt + QStringLiteral(";;") + lrcFilter, &selected);
         *lrc = selected == lrcFilter;
         return path;
     };
@@ -130,30 +131,28 @@ void FrmSText::setInterval(QTimer& timer, int ms) {
 // ---- the controls ----------------------------------------------------------------------
 
 void FrmSText::buildUi() {
+    // the player on top, the text and the side lists beside each other, the commands on
+    // the text below them
+    body()->addWidget(buildPlayerBar());
     auto* split = new QSplitter(Qt::Horizontal, this);
     split->setObjectName(QStringLiteral("splSText"));
     split->setChildrenCollapsible(false);
-
-    auto* left = new QWidget(split);
-    auto* leftLayout = new QVBoxLayout(left);
-    leftLayout->setContentsMargins(0, 0, 0, 0);
-    leftLayout->addWidget(buildPlayerBar());
-    LbxSText = new DataGridView(&list(), left);
+    LbxSText = new DataGridView(&list(), split);
     LbxSText->setObjectName(QStringLiteral("LbxSText"));
     LbxSText->SetHeaderSort(false);
     LbxSText->table()->viewport()->installEventFilter(this);
     LbxSText->table()->setContextMenuPolicy(Qt::NoContextMenu);
-    LbxSText->setMinimumHeight(260);
-    leftLayout->addWidget(LbxSText, 1);
-    m_editBox = buildEditBox();
-    leftLayout->addWidget(m_editBox);
-
+    LbxSText->table()->horizontalHeader()->setStretchLastSection(true); // the words take the room
+    LbxSText->SetMinWidthsFromCaptions(1);
+    LbxSText->setMinimumSize(420, 240);
     m_side = buildSearchTabs();
-    split->addWidget(left);
+    split->addWidget(LbxSText);
     split->addWidget(m_side);
     split->setStretchFactor(0, 3);
     split->setStretchFactor(1, 2);
     body()->addWidget(split, 1);
+    m_editBox = buildEditBox();
+    body()->addWidget(m_editBox);
 
     // cell editing: the words only, and not while stamping
     LbxSText->SetCellEditing(
@@ -231,6 +230,8 @@ QWidget* FrmSText::buildPlayerBar() {
     chbSText_SetTimeStamp = Named<QCheckBox>(box, "chbSText_SetTimeStamp");
     chbSText_PlaySynchonized = Named<QCheckBox>(box, "chbSText_PlaySynchonized");
     chbSText_PlayWithScrollList = Named<QCheckBox>(box, "chbSText_PlayWithScrollList");
+    chbSText_SetTimeStamp->setSizePolicy(QSizePolicy::Maximum,
+                                         QSizePolicy::Fixed); // its colour hugs the text
     chbSText_SyncMode = Named<QCheckBox>(box, "chbSText_SyncMode");
     chbSText_SyncMode->setAttribute(Qt::WA_TransparentForMouseEvents); // an indicator only
     chbSText_SyncMode->setFocusPolicy(Qt::NoFocus);
@@ -514,14 +515,8 @@ void FrmSText::SetGridHeaders() {
     DataGrid& g = list();
     g.SetColumnCaption(ColRefrain, Caption(CapRefrainHeader));
     g.SetColumnCaption(ColText, Caption(CapTextHeader));
-    DataGrid& s = *LbxSongWithLrc->grid();
-    s.SetColumnCaption(SongLrcCol::Mark, Caption(CapPlayMarkHeader));
-    s.SetColumnCaption(SongLrcCol::FileName, Caption(CapFileNameHeader));
-    s.SetColumnCaption(SongLrcCol::Folder, Caption(CapFolderHeader));
-    DataGrid& f = *LbxTxtLrc->grid();
-    f.SetColumnCaption(TxtLrcCol::FileName, Caption(CapFileNameHeader));
-    f.SetColumnCaption(TxtLrcCol::Folder, Caption(CapFolderHeader));
-    f.SetColumnCaption(TxtLrcCol::Kind, Caption(CapExtensionHeader));
+    CaptionFindLists(*LbxSongWithLrc->grid(), *LbxTxtLrc->grid());
+    LbxSText->SetMinWidthsFromCaptions(1);
     if (lblSText_ActText->property("fromSong").toBool())
         lblSText_ActText->setText(Caption(CapTextWithoutFile));
 }
@@ -621,7 +616,7 @@ void FrmSText::cmdOpen() {
         start = Setting(Ini::TreeFolder, Ini::Col2);
     const QString filters = Caption(CapTxtFilesFilter) + QStringLiteral(" (*.txt *.TXT);;") +
                             Caption(CapLrcFilesFilter) + QStringLiteral(" (*.lrc *.LRC)");
-    const QString path = chooseOpenFile(start, filters);
+    const QString path = chooseOpenFile(start, filters, Caption(CapChooseTextFileTitle));
     if (path.isEmpty())
         return;
     SetSetting(Ini::LastSTextTxtLrcFolder, Ini::Col2, FolderOf(path));
@@ -737,7 +732,8 @@ int FrmSText::cmdSaveInSong() {
     QString song = lblSText_ActSong->text();
     if (song.isEmpty()) {
         song = chooseOpenFile(Setting(Ini::PathSText3, Ini::Col2),
-                              Caption(CapAudioFilesFilter) + QStringLiteral(" (*.mp3 *.MP3)"));
+                              Caption(CapAudioFilesFilter) + QStringLiteral(" (*.mp3 *.MP3)"),
+                              Caption(CapChooseSongTitle));
         if (song.isEmpty()) {
             (TabSText_Sub->currentIndex() == 0 ? LbxSongWithLrc : LbxTxtLrc)->table()->setFocus();
             return 2;
@@ -806,9 +802,9 @@ void FrmSText::cmdLinkToSong() {
     QString start = Setting(Ini::PathSText2, Ini::Col2);
     if (!lblSText_ActSong->text().isEmpty())
         start = lblSText_ActSong->text();
-    const QString song =
-        chooseOpenFile(start, Caption(CapAudioFilesFilter) +
-                                  QStringLiteral(" (*.mp3 *.MP3 *.flac *.wav *.ogg *.mpc *.aac)"));
+    const QString song = chooseOpenFile(
+        start, Caption(CapAudioFilesFilter) + QStringLiteral(" (*.mp3 *.MP3 *.flac *.wav *.ogg *.mpc *.aac)"),
+        Caption(CapLinkSongTitle));
     if (song.isEmpty())
         return;
     SetSetting(Ini::PathSText2, Ini::Col2, FolderOf(song));

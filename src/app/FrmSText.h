@@ -51,7 +51,8 @@ public:
     std::function<void(const QString& song, DataGrid& list)> startScrollWindow;
 
     // Dialogues; tests replace them. Empty result = cancelled.
-    std::function<QString(const QString& startFolder, const QString& filters)> chooseOpenFile;
+    std::function<QString(const QString& startFolder, const QString& filters, const QString& title)>
+        chooseOpenFile;
     // Returns the path and sets *lrc when the LRC filter was chosen (start: `lrc` given).
     std::function<QString(const QString& startFolder, const QString& name, bool* lrc)> chooseSaveFile;
     std::function<QString(const QString& startFolder, const QString& title)> chooseFolder;

@@ -146,36 +146,41 @@ void FrmSText::cmdRename() {
 }
 
 void FrmSText::showTxtLrcMenu(const QPoint& global) {
+    // the two lists have menus of their own keys: mnuSongLrc_... and mnuTxtLrc_...
+    const bool songs = TabSText_Sub->currentIndex() == 0;
+    const QString prefix = songs ? QStringLiteral("mnuSongLrc_") : QStringLiteral("mnuTxtLrc_");
     mnuTxtLrc->clear();
-    auto add = [this](QMenu* m, const char* name, auto fn) {
-        QAction* a = m->addAction(UiText(QString::fromLatin1(name)));
-        a->setObjectName(QString::fromLatin1(name));
+    auto add = [this, &prefix](QMenu* m, const char* key, auto fn) {
+        const QString name = prefix + QLatin1String(key);
+        QAction* a = m->addAction(UiText(name));
+        a->setObjectName(name);
         connect(a, &QAction::triggered, this, fn);
         return a;
     };
-    add(mnuTxtLrc, "mnuTxtLrc_TextToList", [this] { cmdLoadSelected(true); });
-    add(mnuTxtLrc, "mnuTxtLrc_PlayInList", [this] {
-        optSText_PlayInListbox->setChecked(true);
-        chbSText_PlayLrc2->setChecked(true);
-        cmdLoadSelected(false);
-    });
-    add(mnuTxtLrc, "mnuTxtLrc_PlayInWindow", [] {})->setEnabled(false); // the scrolling window comes later
-    if (TabSText_Sub->currentIndex() == 0) {
+    if (songs) {
+        add(mnuTxtLrc, "PlayInList", [this] {
+            optSText_PlayInListbox->setChecked(true);
+            chbSText_PlayLrc2->setChecked(true);
+            cmdLoadSelected(false);
+        });
+        add(mnuTxtLrc, "PlayInWindow", [] {})->setEnabled(false); // the scrolling window comes later
         DataGrid& g = *LbxSongWithLrc->grid();
-        add(mnuTxtLrc, "mnuSongLrc_MarkAllSync", [&g] {
+        add(mnuTxtLrc, "MarkAllSync", [&g] {
             for (int r = 1; r <= g.Rows(); ++r)
                 g.SetCellText(r, SongLrcCol::Mark, QStringLiteral("p"));
         });
-        add(mnuTxtLrc, "mnuSongLrc_EraseAllMarksSync", [&g] {
+        add(mnuTxtLrc, "EraseAllMarksSync", [&g] {
             for (int r = 1; r <= g.Rows(); ++r)
                 g.SetCellText(r, SongLrcCol::Mark, QString());
         });
+    } else {
+        add(mnuTxtLrc, "TextToList", [this] { cmdLoadSelected(true); });
     }
-    QMenu* file = mnuTxtLrc->addMenu(UiText(QStringLiteral("mnuTxtLrc_File")));
-    file->setObjectName(QStringLiteral("mnuTxtLrc_File"));
-    add(file, "mnuTxtLrc_RenameFile", [this] { cmdRename(); });
-    add(file, "mnuTxtLrc_CopyFile", [this] { cmdCopyMove(false); });
-    add(file, "mnuTxtLrc_MoveFile", [this] { cmdCopyMove(true); });
-    add(file, "mnuTxtLrc_KillFile", [this] { cmdDelete(true); });
+    QMenu* file = mnuTxtLrc->addMenu(UiText(prefix + QStringLiteral("File")));
+    file->setObjectName(prefix + QStringLiteral("File"));
+    add(file, "RenameFile", [this] { cmdRename(); });
+    add(file, "CopyFile", [this] { cmdCopyMove(false); });
+    add(file, "MoveFile", [this] { cmdCopyMove(true); });
+    add(file, "KillFile", [this] { cmdDelete(true); });
     mnuTxtLrc->popup(global);
 }

@@ -206,7 +206,8 @@ void FrmSText::eject() {
     RowOffset = 0;
     setTopRow(1);
     const QString song = chooseOpenFile(Setting(Ini::PathSText2, Ini::Col2),
-                                        Caption(CapAudioFilesFilter) + QStringLiteral(" (*.mp3 *.MP3)"));
+                                        Caption(CapAudioFilesFilter) + QStringLiteral(" (*.mp3 *.MP3)"),
+                                        Caption(CapChooseSongTitle));
     if (song.isEmpty())
         return;
     if (!openSong(song))

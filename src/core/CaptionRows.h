@@ -14,8 +14,6 @@
 #include "core/Captions.h"
 
 // clang-format off
-constexpr CaptionRow CapFileNameHeader = 3; // "File name"
-constexpr CaptionRow CapFolderHeader = 7; // "Folder"
 constexpr CaptionRow CapQuitQuestion = 60; // "Do you want to close the program?"
 constexpr CaptionRow CapCaptionsSaveQuestion = 81; // "The texts have been changed. Do you want to save..."
 constexpr CaptionRow CapColumnChoiceSaved = 82; // "The choice of columns has been saved."

@@ -11,6 +11,10 @@
 
 namespace {
 
+// The headers "File name" and "Folder" of the lists of files, as the playlist's file list has them.
+constexpr CaptionRow kFileNameHeader = 3;
+constexpr CaptionRow kFolderHeader = 7;
+
 bool Skipped(const QString& path) {
     return path.contains(QLatin1String("system"), Qt::CaseInsensitive) ||
            path.contains(QLatin1String("recycler"), Qt::CaseInsensitive);
@@ -56,15 +60,24 @@ bool Walk(const QString& folder, bool subfolders, const STextFindOptions& o,
 void DefineSongWithLrcColumns(DataGrid& g) {
     g.RemoveAllColumns();
     g.AddColumn(QStringLiteral("Mark"), Caption(CapPlayMarkHeader), 400, Align::Center);
-    g.AddColumn(QStringLiteral("FileName"), Caption(CapFileNameHeader), 4000);
-    g.AddColumn(QStringLiteral("Folder"), Caption(CapFolderHeader), 4000);
+    g.AddColumn(QStringLiteral("FileName"), Caption(kFileNameHeader), 4000);
+    g.AddColumn(QStringLiteral("Folder"), Caption(kFolderHeader), 4000);
 }
 
 void DefineTxtLrcColumns(DataGrid& g, bool showKind) {
     g.RemoveAllColumns();
-    g.AddColumn(QStringLiteral("FileName"), Caption(CapFileNameHeader), 4000);
-    g.AddColumn(QStringLiteral("Folder"), Caption(CapFolderHeader), 4000);
+    g.AddColumn(QStringLiteral("FileName"), Caption(kFileNameHeader), 4000);
+    g.AddColumn(QStringLiteral("Folder"), Caption(kFolderHeader), 4000);
     g.AddColumn(QStringLiteral("Kind"), Caption(CapExtensionHeader), 500, Align::Left, showKind);
+}
+
+void CaptionFindLists(DataGrid& songs, DataGrid& files) {
+    songs.SetColumnCaption(SongLrcCol::Mark, Caption(CapPlayMarkHeader));
+    songs.SetColumnCaption(SongLrcCol::FileName, Caption(kFileNameHeader));
+    songs.SetColumnCaption(SongLrcCol::Folder, Caption(kFolderHeader));
+    files.SetColumnCaption(TxtLrcCol::FileName, Caption(kFileNameHeader));
+    files.SetColumnCaption(TxtLrcCol::Folder, Caption(kFolderHeader));
+    files.SetColumnCaption(TxtLrcCol::Kind, Caption(CapExtensionHeader));
 }
 
 int FindSongsWithLrc(DataGrid& g, TagEngine& engine, const QString& folder, const STextFindOptions& o) {

@@ -22,6 +22,8 @@ enum class TxtLrcKind { Txt, Lrc, Both };
 
 void DefineSongWithLrcColumns(DataGrid& g);
 void DefineTxtLrcColumns(DataGrid& g, bool showKind);
+// The headers of both lists in the language now chosen.
+void CaptionFindLists(DataGrid& songs, DataGrid& files);
 
 struct STextFindOptions {
     bool subfolders = false;

@@ -107,7 +107,7 @@ private slots:
         m_prg->window->resize(1280, 800);
         m_prg->window->show();
         m_prg->window->TabInput->setCurrentWidget(&S());
-        S().chooseOpenFile = [this](const QString&, const QString&) { return m_nextFile; };
+        S().chooseOpenFile = [this](const QString&, const QString&, const QString&) { return m_nextFile; };
         S().chooseFolder = [this](const QString&, const QString&) { return m_nextFile; };
         QVERIFY(QTest::qWaitForWindowExposed(m_prg->window.get()));
     }
