@@ -1,6 +1,7 @@
 // quillotune-cli lrc: the rows a read gives (text and JSON, the five column keys) from a
 // .lrc file, an LF-only .txt and a song; --into writes the song's "lrc" frame (read back
 // with the engine) and --remove takes it out.
+#include "CliRun.h"
 #include "TagTestUtil.h"
 #include "TestPaths.h"
 #include "tag/TagEngine.h"
@@ -8,27 +9,13 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
 
-struct Run {
-    int code = -1;
-    QString out, err;
-};
-
-Run Cli(const QStringList& args) {
-    QProcess p;
-    p.start(ProgramDir() + "/quillotune-cli", args);
-    Run r;
-    if (!p.waitForFinished(120000))
-        return r;
-    r.code = p.exitCode();
-    r.out = QString::fromUtf8(p.readAllStandardOutput());
-    r.err = QString::fromUtf8(p.readAllStandardError());
-    return r;
+CliRun Cli(const QStringList& args) {
+    return RunCli(args);
 }
 
 } // namespace
@@ -47,7 +34,7 @@ private slots:
     void printsRows() {
         const QString lrc =
             Write(QStringLiteral("a.lrc"), "[ti:T]\r\n[01:02.34]abc\r\n\r\n[1:02.34]x\r\nlost");
-        const Run r = Cli({QStringLiteral("lrc"), lrc});
+        const CliRun r = Cli({QStringLiteral("lrc"), lrc});
         QCOMPARE(r.code, 0);
         const QStringList lines = r.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         QCOMPARE(lines.value(0), QStringLiteral("Refrain\tSeconds\tTimeMSec\tmmss\tText"));
@@ -60,7 +47,7 @@ private slots:
 
     void printsJsonOfLfFile() {
         const QString txt = Write(QStringLiteral("b.txt"), "[00:00.50]one\ntwo");
-        const Run r = Cli({QStringLiteral("lrc"), txt, QStringLiteral("--json")});
+        const CliRun r = Cli({QStringLiteral("lrc"), txt, QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
         const QJsonArray rows = QJsonDocument::fromJson(r.out.toUtf8()).array();
         QCOMPARE(rows.size(), 2);
@@ -76,7 +63,7 @@ private slots:
             tagtest::CopyFixture(QStringLiteral("tone.mp3"), tmp.path(), QStringLiteral("s.mp3"));
         const QString lrc = Write(QStringLiteral("s.lrc"), "plain\r\n[00:03.00]Grüße\r\n");
         QCOMPARE(Cli({QStringLiteral("lrc"), song}).code, 1); // no frame yet
-        Run r = Cli({QStringLiteral("lrc"), QStringLiteral("--into"), song, lrc});
+        CliRun r = Cli({QStringLiteral("lrc"), QStringLiteral("--into"), song, lrc});
         QVERIFY2(r.code == 0, qPrintable(r.err));
         TagEngine e;
         QCOMPARE(e.OpenFile(song), 1);

@@ -27,6 +27,7 @@ class QSlider;
 class QTabWidget;
 class QToolButton;
 class TagEngine;
+struct STextFindOptions;
 
 class FrmSText : public AreaPage {
     Q_OBJECT
@@ -165,6 +166,8 @@ private:
     void giveSongToPlayer(const QString& song);
     void deviceTaken();
     bool openSong(const QString& path);
+    void runSearch(DataGrid& g, int nameCol, bool subfolders, bool add,
+                   const std::function<void(const QString&, const STextFindOptions&)>& search);
     void findSongsWithLrc();
     void findTxtLrc();
     void volumeChanged(int value);

@@ -27,45 +27,41 @@ QString FolderOf(const QString& path) {
 
 // ---- the searches ----------------------------------------------------------------------------
 
-void FrmSText::findSongsWithLrc() {
+// Asks for the folder and runs one search with the wait cursor; the list gets its count,
+// its order and row 1 current.
+void FrmSText::runSearch(DataGrid& g, int nameCol, bool subfolders, bool add,
+                         const std::function<void(const QString&, const STextFindOptions&)>& search) {
     const QString folder = chooseFolder(Setting(Ini::PathSText1, Ini::Col2), Caption(CapChooseFolderTitle));
     if (folder.isEmpty())
         return;
     SetSetting(Ini::PathSText1, Ini::Col2, folder);
     STextFindOptions o;
-    o.subfolders = chbSText_SubfolderSong->isChecked();
-    o.add = chbSText_AddSongLrc->isChecked();
+    o.subfolders = subfolders;
+    o.add = add;
     o.progress = [](int done, const QString&) {
         if (done % 50 == 0)
             QCoreApplication::processEvents();
     };
-    DataGrid& g = *LbxSongWithLrc->grid();
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    FindSongsWithLrc(g, *m_engine, folder, o);
+    search(folder, o);
     QApplication::restoreOverrideCursor();
-    FinishFindList(g, SongLrcCol::FileName);
+    FinishFindList(g, nameCol);
+}
+
+void FrmSText::findSongsWithLrc() {
+    DataGrid& g = *LbxSongWithLrc->grid();
+    runSearch(
+        g, SongLrcCol::FileName, chbSText_SubfolderSong->isChecked(), chbSText_AddSongLrc->isChecked(),
+        [&](const QString& folder, const STextFindOptions& o) { FindSongsWithLrc(g, *m_engine, folder, o); });
 }
 
 void FrmSText::findTxtLrc() {
-    const QString folder = chooseFolder(Setting(Ini::PathSText1, Ini::Col2), Caption(CapChooseFolderTitle));
-    if (folder.isEmpty())
-        return;
-    SetSetting(Ini::PathSText1, Ini::Col2, folder);
-    STextFindOptions o;
-    o.subfolders = chbSText_SubfolderTxtLrc->isChecked();
-    o.add = chbSText_AddTxTLrc->isChecked();
-    o.progress = [](int done, const QString&) {
-        if (done % 50 == 0)
-            QCoreApplication::processEvents();
-    };
     const TxtLrcKind kind = optSText_Txt->isChecked()   ? TxtLrcKind::Txt
                             : optSText_Lrc->isChecked() ? TxtLrcKind::Lrc
                                                         : TxtLrcKind::Both;
     DataGrid& g = *LbxTxtLrc->grid();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    FindTxtLrcFiles(g, folder, kind, o);
-    QApplication::restoreOverrideCursor();
-    FinishFindList(g, TxtLrcCol::FileName);
+    runSearch(g, TxtLrcCol::FileName, chbSText_SubfolderTxtLrc->isChecked(), chbSText_AddTxTLrc->isChecked(),
+              [&](const QString& folder, const STextFindOptions& o) { FindTxtLrcFiles(g, folder, kind, o); });
 }
 
 // ---- the files of the search lists -----------------------------------------------------------

@@ -21,3 +21,6 @@ bool ExportDataList(DataGrid& list, const QString& path);
 // Output helpers shared by the commands (CliOutput.cpp).
 void Out(const QString& text); // to stdout, with a line end
 void Err(const QString& text); // to stderr, with a line end
+// Rows 1 to lastRow of a grid: a header line of the keys and a line per row with the cells
+// divided by TAB, or with json an array of objects by the keys.
+void PrintGridRows(const DataGrid& g, const QStringList& keys, int lastRow, bool json);

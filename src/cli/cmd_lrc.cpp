@@ -8,10 +8,6 @@
 #include "tag/TagEngine.h"
 #include "text/modSText.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 namespace {
 
 const char kLrcUsage[] =
@@ -59,24 +55,10 @@ int Print(const QString& path, bool json) {
     DefineSTextColumns(g);
     if (!ReadInto(g, path))
         return 1;
-    const int last = LastSTextRow(g);
-    if (json) {
-        QJsonArray rows;
-        for (int row = 1; row <= last; ++row) {
-            QJsonObject o;
-            for (int c = 1; c <= SText::Cols; ++c)
-                o.insert(QLatin1String(kKeys[c - 1]), g.CellText(row, c));
-            rows.append(o);
-        }
-        Out(QString::fromUtf8(QJsonDocument(rows).toJson(QJsonDocument::Indented)).trimmed());
-        return 0;
-    }
-    QStringList header;
+    QStringList keys;
     for (const char* k : kKeys)
-        header << QLatin1String(k);
-    Out(header.join(QLatin1Char('\t')));
-    for (int row = 1; row <= last; ++row)
-        Out(g.RowCells(row).join(QLatin1Char('\t')));
+        keys << QLatin1String(k);
+    PrintGridRows(g, keys, LastSTextRow(g), json);
     return 0;
 }
 

@@ -420,6 +420,52 @@ private slots:
         QVERIFY(!m_prg->window->playerPanel->Player().IsOpen());
     }
 
+    void pauseAndResume() {
+        Open(Write(QStringLiteral("pause.lrc"), "[00:01.00]a\r\n[00:02.00]b\r\n[00:03.00]c\r\n"));
+        Link(Song(QStringLiteral("pause.wav"), 10));
+        Click("chbSText_PlaySynchonized");
+        Click("MMCSText_Play");
+        auto* pauseLabel = Find<QLabel>("lblSText_ColorPause");
+        QVERIFY(pauseLabel->isHidden());
+        Click("MMCSText_Pause");
+        QCOMPARE(S().MMCTag, QStringLiteral("pause"));
+        QVERIFY(!pauseLabel->isHidden());
+        QCOMPARE(S().TimerSText_SyncTimer.interval(), 0);
+        QCOMPARE(m_fake.log.last(), QStringLiteral("pause"));
+        Click("MMCSText_Pause");
+        QCOMPARE(S().MMCTag, QStringLiteral("playing"));
+        QVERIFY(pauseLabel->isHidden());
+        QCOMPARE(m_fake.log.last(), QStringLiteral("resume"));
+        QCOMPARE(S().TimerSText_SyncTimer.interval(), 100);
+        QCOMPARE(S().NextStamp, 1000); // row 2 (after the link) is at or after the slider's time
+        QCOMPARE(L().CurRow(), 1);
+    }
+
+    void editWordsWithTranslationMark() {
+        Open(Write(QStringLiteral("tr.txt"), "Guten Abend\r\nzweite\r\n"));
+        QTableView* t = S().LbxSText->table();
+        // the time columns are not edited by hand
+        QTest::mouseDClick(t->viewport(), Qt::LeftButton, {}, CellRect(1, ColMmss).center());
+        QVERIFY(!qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+        Click("chbSText_Translation");
+        QTest::mouseDClick(t->viewport(), Qt::LeftButton, {}, CellRect(1, ColText).center());
+        auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        QVERIFY(editor);
+        QCOMPARE(editor->text(), QStringLiteral("Guten Abend**"));
+        QTest::keyClicks(editor, QStringLiteral(" Good evening"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents(); // the delegate commits through the event queue
+        QCOMPARE(L().CellText(1, ColText), QStringLiteral("Guten Abend** Good evening"));
+        QCOMPARE(L().Tag, QStringLiteral("edited"));
+        m_prg->prompt.answers.push_back(true);
+        Click("btnSText_Translation");
+        QCOMPARE(m_prg->prompt.shown.back().text, Caption(CapTranslationQuestion));
+        QCOMPARE(L().CellText(1, ColText), QStringLiteral("Good evening"));
+        QCOMPARE(L().CellText(2, ColText), QStringLiteral("zweite"));
+        Click("btnSText_Translation"); // no mark left
+        QCOMPARE(m_prg->prompt.shown.back().text, Caption(CapNoTranslationMark));
+    }
+
     void clearAndEraseAsk() {
         Open(Write(QStringLiteral("clear.lrc"), "[00:01.00]a\r\n"));
         m_prg->prompt.answers.push_back(false);
