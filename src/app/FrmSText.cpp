@@ -28,6 +28,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -503,6 +504,19 @@ bool FrmSText::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return AreaPage::eventFilter(watched, event);
+}
+
+void FrmSText::keyPressEvent(QKeyEvent* event) {
+    const bool pad = event->modifiers() & Qt::KeypadModifier;
+    if (pad && (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Minus)) {
+        const int step = event->key() == Qt::Key_Plus ? 5 : -5;
+        sliderSText_Volume->setValue(std::clamp(sliderSText_Volume->value() + step,
+                                                sliderSText_Volume->minimum(),
+                                                sliderSText_Volume->maximum()));
+        event->accept();
+        return;
+    }
+    AreaPage::keyPressEvent(event);
 }
 
 void FrmSText::changeEvent(QEvent* event) {

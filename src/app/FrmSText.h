@@ -113,6 +113,9 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    // Keys of the whole area that no control took: plus and minus of the number pad
+    // change the volume by 5.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     // FrmSText.cpp: the controls and the commands on the text

@@ -466,6 +466,23 @@ private slots:
         QCOMPARE(m_prg->prompt.shown.back().text, Caption(CapNoTranslationMark));
     }
 
+    void volumeKeysOfTheNumberPad() {
+        auto* volume = Find<QSlider>("sliderSText_Volume");
+        QTest::mouseClick(volume, Qt::LeftButton); // the slider takes the focus ...
+        volume->setValue(50);
+        S().LbxSText->table()->setFocus();
+        QTest::keyClick(S().LbxSText->table(), Qt::Key_Plus,
+                        Qt::KeypadModifier); // ... the keys work from the list
+        QCOMPARE(volume->value(), 55);
+        QCOMPARE(m_fake.Volume(), 55);
+        QCOMPARE(Find<QLabel>("lblSText_Volume")->text(), QStringLiteral("55%"));
+        volume->setValue(98);
+        QTest::keyClick(S().LbxSText->table(), Qt::Key_Plus, Qt::KeypadModifier);
+        QCOMPARE(volume->value(), 100); // clamped at the end
+        QTest::keyClick(S().LbxSText->table(), Qt::Key_Minus, Qt::KeypadModifier);
+        QCOMPARE(volume->value(), 95);
+    }
+
     void clearAndEraseAsk() {
         Open(Write(QStringLiteral("clear.lrc"), "[00:01.00]a\r\n"));
         m_prg->prompt.answers.push_back(false);
