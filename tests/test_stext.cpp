@@ -298,7 +298,7 @@ private slots:
         TagEngine back;
         QCOMPARE(back.OpenFile(song), 1);
         QCOMPARE(back.UserFrameCount(), 2);
-        QCOMPARE(back.UserFrameName(1), QStringLiteral("lrc")); // first, so a search finds it
+        QCOMPARE(back.UserFrameName(1), QStringLiteral("lrc")); // put before the rating
         QCOMPARE(back.UserFrameText(1), expected);
         QCOMPARE(back.UserFrameText(2), QStringLiteral("QLT5"));
         QVERIFY(AudioUnchanged(song, QStringLiteral("tone.mp3"), 1));

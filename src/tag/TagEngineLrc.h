@@ -1,7 +1,7 @@
 #pragma once
 // The time-stamped text of an MP3 as this program keeps it: a V2 user text frame (TXXX)
-// named "lrc", placed as the first user frame so that a search that looks at the first
-// frame only finds it. Other user frames (rating, mood) are kept as they are.
+// named "lrc". A new one is put before the other user frames (the save keeps the order of
+// frames the file already has); other user frames (rating, mood) are kept as they are.
 
 #include <QString>
 

@@ -86,7 +86,9 @@ int FindSongsWithLrc(DataGrid& g, TagEngine& engine, const QString& folder, cons
     const int before = g.Rows();
     g.LockUpdate(true);
     Walk(folder, o.subfolders, o, [&](const QString& dir, const QString& name) {
-        if (engine.OpenFile(dir + QLatin1Char('/') + name) == 1 && FirstUserFrameIsLrc(engine))
+        // Any user frame named "lrc" counts, not only the first: the tag writer keeps the
+        // file's order of the frames, so a rating frame written before may stand first.
+        if (engine.OpenFile(dir + QLatin1Char('/') + name) == 1 && LrcFrameIndex(engine) > 0)
             g.AddRow({QString(), name, dir});
     });
     g.LockUpdate(false);

@@ -32,7 +32,7 @@ struct STextFindOptions {
     std::function<bool()> aborted;                                  // may be empty
 };
 
-// Finds songs whose first user frame is named "lrc". Returns the rows added.
+// Finds MP3 songs with a user frame named "lrc" (any case). Returns the rows added.
 int FindSongsWithLrc(DataGrid& g, TagEngine& engine, const QString& folder, const STextFindOptions& o);
 // Finds text and LRC files by their last four letters. Returns the rows added.
 int FindTxtLrcFiles(DataGrid& g, const QString& folder, TxtLrcKind kind, const STextFindOptions& o);
