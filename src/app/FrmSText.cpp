@@ -859,6 +859,8 @@ void FrmSText::cmdClear() {
 
 void FrmSText::cmdShift(qint32 delta) {
     ShiftSTextRows(list(), delta, chbSText_ShiftFromActRow->isChecked());
+    if (!chbSText_PlaySynchonized->isEnabled())
+        updateState();
     LbxSText->table()->setFocus();
 }
 

@@ -297,6 +297,8 @@ void FrmSText::rowMouseDown(int row, int col, Qt::MouseButton button, Qt::Keyboa
     list().Tag = QStringLiteral("edited");
     if (RowOffset == 0)
         RowOffset = row - topRow();
+    if (!chbSText_PlaySynchonized->isEnabled())
+        updateState(); // the first stamp makes the text one that can run along
 }
 
 void FrmSText::rowChanged() {

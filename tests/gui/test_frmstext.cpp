@@ -147,6 +147,7 @@ private slots:
         QCOMPARE(L().CellText(2, ColTimeMSec), QStringLiteral("00001500"));
         QCOMPARE(L().CellText(2, ColSeconds), QStringLiteral("2")); // 1.5 rounds half to even
         QCOMPARE(L().CellText(2, ColMmss), QStringLiteral("00:01.50"));
+        QVERIFY(Find<QCheckBox>("chbSText_PlaySynchonized")->isEnabled()); // now it can run along
         // reaction time taken off
         QTest::keyClicks(Find<QLineEdit>("txtSText_TimeShiftM"), QStringLiteral("300"));
         m_fake.Advance(1000);
