@@ -106,6 +106,12 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
                                    frmPictures, frmSText, frmPreferences};
     for (QWidget* w : areas)
         TabInput->addTab(w, QString());
+    // "To the sync editor": the texts area writes synctemp.txt, the editor reads it and
+    // comes forward.
+    frmTexte->openSyncEditor = [this](const QString&) {
+        if (frmSText->OpenSyncTemp())
+            TabInput->setCurrentWidget(frmSText);
+    };
 
     // F1 to F7 go to the main areas, from wherever the focus is in this window.
     for (int i = 0; i < kMainAreas; ++i) {
@@ -218,6 +224,7 @@ void FrmInput::ApplySettings() {
     renamePanel->ApplySettings();
     playerPanel->ApplySettings();
     ApplyStartupPatterns(Settings(), Grids::LbxInput(), Grids::LbxRef());
+    frmSText->ApplySettings();
     frmPreferences->ApplySettings();
     frmPlaylist->ApplySettings();
     frmTexte->ApplySettings();
@@ -233,6 +240,7 @@ void FrmInput::SetGridHeaders() {
     SetCaptionTableHeaders();
     frmPlaylist->SetGridHeaders();
     frmTexte->SetGridHeaders();
+    frmSText->SetGridHeaders();
 }
 
 void FrmInput::LanguageChanged() {
@@ -253,6 +261,8 @@ QuitSteps FrmInput::QuitStepsOfWindows() {
     s.purgeLinkList = [] { PurgeLinkList(Grids::LbxPic_LinkToPic()); };
     s.closeMedia = [this] {
         playerPanel->Player().TimerSequenz.stop();
+        frmSText->TimerSText.stop();
+        frmSText->TimerSText_SyncTimer.stop();
         CloseMedia();
     };
     s.unloadForms = [this] {

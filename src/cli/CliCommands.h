@@ -13,6 +13,7 @@ int RunRename(const QStringList& args);   // cmd_rename.cpp
 int RunUndo(const QStringList& args);     // cmd_rename.cpp
 int RunRef(const QStringList& args);      // cmd_ref.cpp
 int RunLyrics(const QStringList& args);   // cmd_lyrics.cpp
+int RunLrc(const QStringList& args);      // cmd_lrc.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.
@@ -21,3 +22,6 @@ bool ExportDataList(DataGrid& list, const QString& path);
 // Output helpers shared by the commands (CliOutput.cpp).
 void Out(const QString& text); // to stdout, with a line end
 void Err(const QString& text); // to stderr, with a line end
+// Rows 1 to lastRow of a grid: a header line of the keys and a line per row with the cells
+// divided by TAB, or with json an array of objects by the keys.
+void PrintGridRows(const DataGrid& g, const QStringList& keys, int lastRow, bool json);

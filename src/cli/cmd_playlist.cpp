@@ -11,9 +11,6 @@
 #include "playlist/modPlaylistFile.h"
 #include "tag/TagEngine.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <sys/stat.h>
 
 namespace {
@@ -44,23 +41,10 @@ int PrintPlaylist(const QString& path, bool json) {
         Err(QStringLiteral("quillotune-cli: cannot read %1: %2").arg(path, r.error));
         return 1;
     }
-    if (json) {
-        QJsonArray rows;
-        for (int row = 1; row <= g.Rows(); ++row) {
-            QJsonObject o;
-            for (int c = 1; c <= PlCol::Count; ++c)
-                o.insert(QLatin1String(kKeys[c - 1]), g.CellText(row, c));
-            rows.append(o);
-        }
-        Out(QString::fromUtf8(QJsonDocument(rows).toJson(QJsonDocument::Indented)).trimmed());
-        return 0;
-    }
-    QStringList header;
+    QStringList keys;
     for (const char* k : kKeys)
-        header << QLatin1String(k);
-    Out(header.join(u'\t'));
-    for (int row = 1; row <= g.Rows(); ++row)
-        Out(g.RowCells(row).join(u'\t'));
+        keys << QLatin1String(k);
+    PrintGridRows(g, keys, g.Rows(), json);
     return 0;
 }
 

@@ -32,6 +32,8 @@ const Command kCommands[] = {
      "print, build, check or match a reference list", RunRef},
     {"lyrics", "lyrics SONG [--json]",
      "list the lyric entries of a song (index, language, description, text)", RunLyrics},
+    {"lrc", "lrc FILE.lrc|FILE.txt|SONG.mp3 [--json] | lrc --into SONG.mp3 FILE.lrc | lrc --remove SONG.mp3",
+     "print the rows of a time-stamped text, or write or remove a song's \"lrc\" frame", RunLrc},
 };
 
 void PrintHelp() {

@@ -7,6 +7,7 @@
 #include "list/Marks.h"
 #include "list/modList.h"
 #include "player/MediaDevice.h"
+#include "player/MediaOwner.h"
 #include "tag/TagEngine.h"
 
 #include <QFileInfo>
@@ -58,6 +59,15 @@ modPlayer::modPlayer(DataGrid& grid, Prompt& prompt, QObject* parent)
     TimerSequenz.setObjectName(QStringLiteral("TimerSequenz"));
     TimerSequenz.setInterval(kTickMs);
     connect(&TimerSequenz, &QTimer::timeout, this, &modPlayer::Tick);
+    // The editor took the device: the song on it is not ours any more.
+    connect(&MediaOwner::Instance(), &MediaOwner::taken, this, [this](QObject* owner) {
+        if (owner == this)
+            return;
+        TimerSequenz.stop();
+        ResetDisplay();
+        ShowPiece(-1);
+        emit stopped();
+    });
 }
 
 PlayerOptions modPlayer::Opt() const {
@@ -69,26 +79,31 @@ PlayerOptions modPlayer::Opt() const {
 bool modPlayer::MediaOpen(const QString& path) {
     // The event queue runs while the device opens: ticks and buttons wait for the result.
     m_opening = true;
+    MediaOwner::Instance().Claim(this);
     PlayerOpenFailed = !Media().Open(path);
     m_opening = false;
     return !PlayerOpenFailed;
 }
 
 void modPlayer::MediaPlayFrom(qint32 ms) {
-    Media().PlayFrom(ms);
+    if (MediaOwner::Instance().FreeFor(this))
+        Media().PlayFrom(ms);
 }
 
 void modPlayer::MediaClose() {
     PlayerBackwardJump = false;
-    Media().Close();
+    if (MediaOwner::Instance().FreeFor(this))
+        Media().Close();
 }
 
 void modPlayer::MediaPause() {
-    Media().Pause();
+    if (MediaOwner::Instance().FreeFor(this))
+        Media().Pause();
 }
 
 void modPlayer::MediaResume() {
-    Media().Resume();
+    if (MediaOwner::Instance().FreeFor(this))
+        Media().Resume();
 }
 
 qint32 modPlayer::MediaPosition() const {
@@ -103,7 +118,7 @@ qint32 modPlayer::MediaLength(const QString& path) {
 }
 
 bool modPlayer::IsOpen() const {
-    return Media().IsOpen();
+    return MediaOwner::Instance().FreeFor(this) && Media().IsOpen();
 }
 
 // ---- display -----------------------------------------------------------------------------

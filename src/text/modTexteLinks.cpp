@@ -195,7 +195,11 @@ bool HandTextToEditor(TexteEnv& env, const TextPair& boxes, const std::function<
     QDir().mkpath(AppFile(QStringLiteral("temp")));
     const QString path = SyncTempPath();
     QString error;
-    if (!SafeFile::WriteWholeFile(path, TextFileBytes(text), &error)) {
+    // The editor's reader takes a line only with its line end, so the last line gets one.
+    QByteArray bytes = TextFileBytes(text);
+    if (!bytes.endsWith("\r\n"))
+        bytes += "\r\n";
+    if (!SafeFile::WriteWholeFile(path, bytes, &error)) {
         TellFailure(env, Caption(CapFileSaveFailed) + u'\n' + error);
         return false;
     }

@@ -7,9 +7,11 @@
 #include "ListWindowFixture.h"
 #include "TagTestUtil.h"
 #include "app/DataGridView.h"
+#include "app/FrmSText.h"
 #include "app/FrmTexte.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
+#include "core/GlobalGrids.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "platform/Shell.h"
@@ -17,6 +19,7 @@
 #include "player/MediaDevice.h"
 #include "tag/TagEngine.h"
 #include "text/TexteColumns.h"
+#include "text/modSText.h"
 #include "text/modTexte.h"
 
 #include <QCheckBox>
@@ -383,6 +386,24 @@ private slots:
         QCOMPARE(p->LbxLyrics().FooterText(LyrCol::FileName), QString::number(rows));
     }
 
+    // The real road from the texts area into the editor: the text arrives there and the
+    // editor's page comes forward.
+    void handOverReachesTheEditor() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        FrmTexte* p = Page(g);
+        QTest::mouseClick(Box(p, 1)->viewport(), Qt::LeftButton);
+        QTest::keyClicks(Box(p, 1), "first line");
+        QTest::keyClick(Box(p, 1), Qt::Key_Return);
+        QTest::keyClicks(Box(p, 1), "second line");
+        Click(p, "btnTexte_TxtToSync");
+        QCOMPARE(g.window->TabInput->currentWidget(), static_cast<QWidget*>(g.window->frmSText));
+        const DataGrid& lines = Grids::LbxSText();
+        QCOMPARE(lines.CellText(1, SText::ColText), QStringLiteral("first line"));
+        QCOMPARE(lines.CellText(2, SText::ColText), QStringLiteral("second line"));
+        QVERIFY(!QFile::exists(SyncTempPath()));
+    }
+
     void handOverAndLinks() {
         GuiProgram g;
         QVERIFY(g.Start());
@@ -401,7 +422,7 @@ private slots:
         QTest::sendKeyEvent(QTest::Click, Box(p, 1), Qt::Key_ssharp, QStringLiteral("ß"), Qt::NoModifier);
         QTest::keyClicks(Box(p, 1), "e");
         Click(p, "btnTexte_TxtToSync");
-        QCOMPARE(seen, (a + "\r\nGrüße").toUtf8());
+        QCOMPARE(seen, (a + "\r\nGrüße\r\n").toUtf8());
         QVERIFY(!QFile::exists(SyncTempPath()));
         Click(p, "btnTexte_FillCmbWithLinks");
         QCOMPARE(Control<QComboBox>(p, "cmbTexte_Links")->count(), 1);
