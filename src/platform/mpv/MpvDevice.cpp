@@ -142,9 +142,16 @@ bool MpvDevice::Open(const QString& path) {
     return true;
 }
 
+void MpvDevice::ResetClock() {
+    m_stepSecs = -1;
+    m_lastMs = 0;
+}
+
 void MpvDevice::SetPause(bool on) {
     if (!m_mpv)
         return;
+    m_playing = !on;
+    ResetClock();
     int flag = on ? 1 : 0;
     mpv_set_property(m_mpv, "pause", MPV_FORMAT_FLAG, &flag);
 }
@@ -167,6 +174,8 @@ void MpvDevice::Close() {
         mpv_command(m_mpv, cmd);
     }
     m_open = false;
+    m_playing = false;
+    ResetClock();
 }
 
 void MpvDevice::Pause() {
@@ -185,7 +194,21 @@ qint32 MpvDevice::Position() const {
     double secs = 0;
     if (mpv_get_property(m_mpv, "time-pos", MPV_FORMAT_DOUBLE, &secs) < 0 || secs < 0)
         return 0;
-    return qint32(secs * 1000.0 + 0.5);
+    if (!m_playing || m_atEnd)
+        return qint32(secs * 1000.0 + 0.5);
+    if (secs != m_stepSecs) {
+        if (secs < m_stepSecs)
+            m_lastMs = 0; // a jump back (a seek that mpv finished only now)
+        m_stepSecs = secs;
+        m_sinceStep.start();
+    }
+    // Run on by the clock from the last step, at most one step's worth of time further
+    // (a stalled output must not run away), and never back.
+    constexpr qint64 kMaxRunOnMs = 150;
+    const qint64 runOn = std::min(m_sinceStep.elapsed(), kMaxRunOnMs);
+    const qint32 ms = qint32(secs * 1000.0 + 0.5) + qint32(runOn);
+    m_lastMs = std::max(m_lastMs, ms);
+    return m_lastMs;
 }
 
 void MpvDevice::SetVolume(int percent) {

@@ -5,6 +5,8 @@
 
 #include "player/MediaDevice.h"
 
+#include <QElapsedTimer>
+
 struct mpv_handle;
 
 class MpvDevice : public MediaDevice {
@@ -43,6 +45,14 @@ private:
     bool m_silentOnly = false; // "null" was asked for: no sound is no news
     // Outcome of the open in progress: 0 waiting, 1 loaded, -1 failed.
     int m_openState = 0;
+    // mpv moves its position in steps of the audio packets it hands out (85 ms for some
+    // files); between two steps the position runs on by the clock, so that a row that
+    // follows the song moves when the music gets there, not at the next step.
+    bool m_playing = false;
+    mutable double m_stepSecs = -1; // the position mpv reported last
+    mutable QElapsedTimer m_sinceStep;
+    mutable qint32 m_lastMs = 0; // never go back while playing without a seek
+    void ResetClock();
 };
 
 // Makes the libmpv device the program's shared media device (see SetMediaFactory).
