@@ -99,8 +99,8 @@ int main(int argc, char** argv) {
         int found = 0;
         struct stat st {};
         for (int r = 1; r <= ref.Rows(); ++r) {
-            const QByteArray p = PosixFile::Native(ref.CellText(r, RefCol::Path) + u'/' +
-                                                   ref.CellText(r, RefCol::FileName));
+            const QByteArray p =
+                PosixFile::Native(ref.CellText(r, RefCol::Path) + u'/' + ref.CellText(r, RefCol::FileName));
             if (::stat(p.constData(), &st) == 0)
                 ++found;
         }

@@ -56,9 +56,10 @@ class TestRefReplace : public QObject {
         return m_input.Rows();
     }
     int AddRef(const QString& name, const QString& tf = QStringLiteral("no")) {
-        m_ref.AddRow({QStringLiteral("remark"), QString(), tf, name, QString(), QString(), QStringLiteral("OGG"),
-                      m_refFolder, QStringLiteral("9"), QStringLiteral("00:09"), QStringLiteral("1"),
-                      QStringLiteral("0.000"), QStringLiteral("64"), QStringLiteral("22050"), QString(), QString()});
+        m_ref.AddRow({QStringLiteral("remark"), QString(), tf, name, QString(), QString(),
+                      QStringLiteral("OGG"), m_refFolder, QStringLiteral("9"), QStringLiteral("00:09"),
+                      QStringLiteral("1"), QStringLiteral("0.000"), QStringLiteral("64"),
+                      QStringLiteral("22050"), QString(), QString()});
         return m_ref.Rows();
     }
     static QString V2Title(const QString& path) {
@@ -102,8 +103,10 @@ private slots:
         DefineInputColumns(m_input);
         DefineRefColumns(m_ref);
         m_prompt.shown.clear();
-        m_dataFolder = m_dir.path() + QStringLiteral("/data") + QString::number(QRandomGenerator::global()->generate());
-        m_refFolder = m_dir.path() + QStringLiteral("/ref ä") + QString::number(QRandomGenerator::global()->generate());
+        m_dataFolder =
+            m_dir.path() + QStringLiteral("/data") + QString::number(QRandomGenerator::global()->generate());
+        m_refFolder =
+            m_dir.path() + QStringLiteral("/ref ä") + QString::number(QRandomGenerator::global()->generate());
         QVERIFY(QDir().mkpath(m_dataFolder));
         QVERIFY(QDir().mkpath(m_refFolder));
     }
@@ -228,7 +231,8 @@ private slots:
     }
 
     void fromDataKeepsTheTypicalFieldsOfFlac() {
-        const QString src = CopyFixture(QStringLiteral("tone.flac"), m_dataFolder, QStringLiteral("new.flac"));
+        const QString src =
+            CopyFixture(QStringLiteral("tone.flac"), m_dataFolder, QStringLiteral("new.flac"));
         const QString old = CopyFixture(QStringLiteral("tone.flac"), m_refFolder, QStringLiteral("old.flac"));
         {
             TagEngine e;
@@ -287,8 +291,10 @@ private slots:
     void fromReferenceWithAndWithoutKeepingTags() {
         for (const bool keep : {false, true}) {
             init();
-            const QString src = CopyFixture(QStringLiteral("tone.mp3"), m_refFolder, QStringLiteral("ref.mp3"));
-            const QString old = CopyFixture(QStringLiteral("tone.mp3"), m_dataFolder, QStringLiteral("data.mp3"));
+            const QString src =
+                CopyFixture(QStringLiteral("tone.mp3"), m_refFolder, QStringLiteral("ref.mp3"));
+            const QString old =
+                CopyFixture(QStringLiteral("tone.mp3"), m_dataFolder, QStringLiteral("data.mp3"));
             QVERIFY(SetV2(src, QStringLiteral("Ref title"), QStringLiteral("A")));
             QVERIFY(SetV2(old, QStringLiteral("Data title"), QStringLiteral("B")));
             AddData(QStringLiteral("data.mp3"));
@@ -392,7 +398,8 @@ private slots:
         }
         QCOMPARE(Setting(85, 2), m_dir.path() + QStringLiteral("/out"));
         // Another ending writes nothing.
-        QVERIFY(!ExportRefList(m_ref, m_dir.path() + QStringLiteral("/out/ref.doc"), settings, true, m_prompt));
+        QVERIFY(
+            !ExportRefList(m_ref, m_dir.path() + QStringLiteral("/out/ref.doc"), settings, true, m_prompt));
         QVERIFY(!QFile::exists(m_dir.path() + QStringLiteral("/out/ref.doc")));
     }
 };

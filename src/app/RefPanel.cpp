@@ -193,18 +193,20 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     connect(btnTab1_RefOK, &QPushButton::clicked, this, &RefPanel::RefOKClick);
     auto env = [this] { return InputListEnv(m_page, m_progress); };
     connect(btnTab1_RefFTagBlue, &QPushButton::clicked, this, [this, env] {
-        ::btnTab1_FTagBlue(Grids::LbxRef(), txtTab1_FTagRef->text(), m_page->chbTab1_NoMsg->isChecked(), env(),
-                           SumList::Ref);
+        ::btnTab1_FTagBlue(Grids::LbxRef(), txtTab1_FTagRef->text(), m_page->chbTab1_NoMsg->isChecked(),
+                           env(), SumList::Ref);
     });
-    connect(btnTab1_RemoveRefFtag, &QPushButton::clicked, this,
-            [this, env] { ::btnTab1_RemoveFtag(Grids::LbxRef(), txtTab1_FTagRef->text(), env(), SumList::Ref); });
+    connect(btnTab1_RemoveRefFtag, &QPushButton::clicked, this, [this, env] {
+        ::btnTab1_RemoveFtag(Grids::LbxRef(), txtTab1_FTagRef->text(), env(), SumList::Ref);
+    });
     connect(btnTab1_RefHighlight_T, &QPushButton::clicked, this, [this] {
         if (!ListNotEmpty(Grids::LbxRef(), AppPrompt()))
             return;
         RefHighlightFound(Grids::LbxRef());
         ShowSums();
     });
-    connect(chbTab1_RefFTag, &QCheckBox::toggled, this, [](bool on) { ShowRefMarkColumn(Grids::LbxRef(), on); });
+    connect(chbTab1_RefFTag, &QCheckBox::toggled, this,
+            [](bool on) { ShowRefMarkColumn(Grids::LbxRef(), on); });
     // A column choice made elsewhere (the column window, a pattern) shows in the box.
     connect(&Grids::LbxRef(), &DataGrid::columnsChanged, this, [this] {
         const QSignalBlocker quiet(chbTab1_RefFTag);

@@ -31,7 +31,8 @@ std::optional<QString> CliPrompt::InputBox(const QString&, const QString& initia
     return initial;
 }
 
-std::optional<QString> CliPrompt::TitledInputBox(const QString&, const QString& text, const QString& initial) {
+std::optional<QString> CliPrompt::TitledInputBox(const QString&, const QString& text,
+                                                 const QString& initial) {
     return InputBox(text, initial);
 }
 

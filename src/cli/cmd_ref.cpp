@@ -5,11 +5,11 @@
 #include "core/DataGrid.h"
 #include "list/modListEnv.h"
 #include "list/modScan.h"
+#include "output/modExport.h"
 #include "ref/RefColumns.h"
 #include "ref/modRef.h"
 #include "ref/modRefMatch.h"
 #include "ref/modRefReplace.h"
-#include "output/modExport.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -177,8 +177,8 @@ int RunRef(const QStringList& args) {
         Out(QStringLiteral("rows: %1, written: %2").arg(added).arg(written));
         return 0;
     }
-    const int commands = int(check) + int(!matchPath.isEmpty()) + int(!exportPath.isEmpty()) +
-                         int(!replacePair.isEmpty());
+    const int commands =
+        int(check) + int(!matchPath.isEmpty()) + int(!exportPath.isEmpty()) + int(!replacePair.isEmpty());
     if (refPath.isEmpty() || !savePath.isEmpty() || commands > 1)
         return Usage();
 

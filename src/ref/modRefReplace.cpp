@@ -55,7 +55,8 @@ Side RefSide(DataGrid& ref, int row) {
 bool SameFile(const QString& a, const QString& b) {
     if (QDir::cleanPath(a) == QDir::cleanPath(b))
         return true;
-    struct stat sa {}, sb {};
+    struct stat sa {
+    }, sb{};
     return PosixFile::Stat(a, sa) == 0 && PosixFile::Stat(b, sb) == 0 && sa.st_dev == sb.st_dev &&
            sa.st_ino == sb.st_ino;
 }
@@ -113,7 +114,8 @@ ReplaceResult Replace(const Side& from, Side& to, const ReplaceOptions& o, Promp
     const QString source = from.FullName();
     const QString replaced = to.FullName();
     if (!PosixFile::ExistsFollowed(source)) {
-        prompt.Tell(source + QStringLiteral("\n\n") + Caption(CapFileNotFound) + u'\n' + Caption(CapCheckPath),
+        prompt.Tell(source + QStringLiteral("\n\n") + Caption(CapFileNotFound) + u'\n' +
+                        Caption(CapCheckPath),
                     Prompt::Icon::Critical);
         r.failed = true;
         return r;

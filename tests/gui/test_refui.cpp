@@ -3,18 +3,18 @@
 // and compared with the data list, all by the controls a user presses.
 
 #include "ListWindowFixture.h"
+#include "TagTestUtil.h"
 #include "app/DataGridView.h"
+#include "app/FrmShowColumnRef.h"
 #include "app/InputDataPage.h"
 #include "app/RefPanel.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
 #include "list/Marks.h"
 #include "ref/RefColumns.h"
 #include "ref/modRef.h"
-#include "TagTestUtil.h"
-#include "app/FrmShowColumnRef.h"
-#include "core/SettingRows.h"
-#include "core/Settings.h"
 #include "tag/TagEngine.h"
 
 #include <QApplication>
@@ -155,11 +155,14 @@ private slots:
         GuiProgram g;
         QVERIFY(g.Start());
         QTemporaryDir dir;
-        const QString data = dir.filePath(QStringLiteral("data")), refs = dir.filePath(QStringLiteral("refs"));
+        const QString data = dir.filePath(QStringLiteral("data")),
+                      refs = dir.filePath(QStringLiteral("refs"));
         QDir().mkpath(data);
         QDir().mkpath(refs);
-        const QString newSong = tagtest::CopyFixture(QStringLiteral("tone.mp3"), data, QStringLiteral("new.mp3"));
-        const QString oldSong = tagtest::CopyFixture(QStringLiteral("tone.mp3"), refs, QStringLiteral("old.mp3"));
+        const QString newSong =
+            tagtest::CopyFixture(QStringLiteral("tone.mp3"), data, QStringLiteral("new.mp3"));
+        const QString oldSong =
+            tagtest::CopyFixture(QStringLiteral("tone.mp3"), refs, QStringLiteral("old.mp3"));
         {
             TagEngine e;
             QVERIFY(e.OpenFile(oldSong) == 1);
@@ -174,9 +177,9 @@ private slots:
         cells[InCol::DurationS - 1] = QStringLiteral("3");
         input.AddRow(cells);
         DataGrid& ref = Grids::LbxRef();
-        ref.AddRow({QString(), QString(), Caption(CapStatusMissing), QStringLiteral("old.mp3"), QString(), QString(),
-                    QStringLiteral("OGG"), refs, QStringLiteral("9"), QString(), QString(), QString(), QString(),
-                    QString(), QString(), QString()});
+        ref.AddRow({QString(), QString(), Caption(CapStatusMissing), QStringLiteral("old.mp3"), QString(),
+                    QString(), QStringLiteral("OGG"), refs, QStringLiteral("9"), QString(), QString(),
+                    QString(), QString(), QString(), QString(), QString()});
         Click(g, "btnTab1_ToggleRef");
         InputDataPage::SelectSubTab(Control<QTabWidget>(g.window.get(), "TabInput1_Sub1"), SubTab::Compare);
 
@@ -256,7 +259,7 @@ private slots:
         QString startSeen;
         for (const char* ext : {"xls", "txt", "csv", "xml", "htm"}) {
             const QString path = dir.filePath(QStringLiteral("ref.") + QLatin1String(ext));
-            panel->chooseExportFile = [&](const QString& start) {
+            panel->chooseExportFile = [&startSeen, path](const QString& start) {
                 startSeen = start;
                 return path;
             };
@@ -350,7 +353,8 @@ private slots:
         QVERIFY(g.Start());
         auto* header = Control<DataGridView>(g.window.get(), "LbxRef")->table()->horizontalHeader();
         QCOMPARE(header->sectionSize(RefCol::FileName - 1), width);
-        QSettings(QStringLiteral("Quillotune"), QStringLiteral("Quillotune")).remove(QStringLiteral("LbxRef"));
+        QSettings(QStringLiteral("Quillotune"), QStringLiteral("Quillotune"))
+            .remove(QStringLiteral("LbxRef"));
     }
 
     // Both lists shown: the window still fits a 1280x800 screen, in both languages.
