@@ -50,15 +50,17 @@ QString SignButton::ShownText() const {
     return m_sign.isEmpty() ? text() : text() + QStringLiteral("  ") + m_sign;
 }
 
+QSize SignButton::minimumSizeHint() const {
+    // Narrow enough for the ten of them on the player tab.
+    return QSize(minimumWidth(), sizeHint().height());
+}
+
 QSize SignButton::sizeHint() const {
-    QStyleOptionButton o;
-    initStyleOption(&o);
-    o.text = ShownText();
-    const QSize textSize = fontMetrics().size(Qt::TextShowMnemonic, o.text);
-    return style()
-        ->sizeFromContents(QStyle::CT_PushButton, &o, textSize.expandedTo(QSize(fontMetrics().height(), 0)),
-                           this)
-        .expandedTo(QSize(0, QPushButton::sizeHint().height()));
+    // As wide as the digit and its sign need, not the style's wide button: ten of them
+    // share a row with little room.
+    const QSize textSize = fontMetrics().size(Qt::TextShowMnemonic, ShownText());
+    return QSize(std::max(minimumWidth(), textSize.width() + 2 * fontMetrics().averageCharWidth() + 6),
+                 QPushButton::sizeHint().height());
 }
 
 void SignButton::paintEvent(QPaintEvent*) {
@@ -101,23 +103,25 @@ MarksPanel::MarksPanel(InputDataPage* page, ListProgress* progress, QWidget* par
     rows->addWidget(chbTab1_SignPreviousRow, 0, 1, 1, 3);
     fraTab1_Signs = new QWidget(this);
     fraTab1_Signs->setObjectName(QStringLiteral("fraTab1_Signs"));
-    auto* signs = new QHBoxLayout(fraTab1_Signs);
+    // Two lines, so that the row also fits the narrower player tab: the signs, then the
+    // mark box into the current row.
+    auto* signs = new QGridLayout(fraTab1_Signs);
     signs->setContentsMargins(0, 0, 0, 0);
-    signs->setSpacing(3);
+    signs->setHorizontalSpacing(3);
+    signs->setVerticalSpacing(3);
     auto* lblSigns = new QLabel(fraTab1_Signs);
     lblSigns->setObjectName(QStringLiteral("lblTab1_Sign0_9"));
-    signs->addWidget(lblSigns);
+    signs->addWidget(lblSigns, 0, 0);
     for (int i = 0; i < kSignCount; ++i) {
         btnTab1_Sign[i] = new SignButton(fraTab1_Signs);
         btnTab1_Sign[i]->setObjectName(QStringLiteral("btnTab1_Sign(%1)").arg(i));
-        btnTab1_Sign[i]->setMinimumWidth(30);
-        btnTab1_Sign[i]->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
-        signs->addWidget(btnTab1_Sign[i]);
+        btnTab1_Sign[i]->setMinimumWidth(26);
+        btnTab1_Sign[i]->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        signs->addWidget(btnTab1_Sign[i], 0, i + 1);
     }
-    signs->addSpacing(6);
     btnTab1_SetFTagActRow = button(fraTab1_Signs, "btnTab1_SetFTagActRow");
-    signs->addWidget(btnTab1_SetFTagActRow);
-    signs->addStretch(1);
+    signs->addWidget(btnTab1_SetFTagActRow, 1, 0, 1, 4, Qt::AlignLeft);
+    signs->setColumnStretch(kSignCount + 1, 1);
     rows->addWidget(fraTab1_Signs, 1, 0, 1, 4);
     // Marks and selection.
     btnTab1_ClearFtag = button(this, "btnTab1_ClearFtag");

@@ -19,6 +19,7 @@ public:
     void SetSign(const QString& sign);
     QString Sign() const { return m_sign; }
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

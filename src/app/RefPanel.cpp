@@ -87,6 +87,7 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     lblTab1_TimeSizeMarkedRef->setFrameShape(QFrame::StyledPanel);
     refStatus->addWidget(txtTab1_FTagRef);
     refStatus->addWidget(lblTab1_TimeSizeMarkedRef, 1);
+    m_refStatus = refStatus;
     refLayout->addLayout(refStatus);
     splTab1_Lists->addWidget(fraTab1_Ref);
     splTab1_Lists->setStretchFactor(0, 3);
@@ -135,34 +136,32 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     btnTab1_RefHighlight_T = button("btnTab1_RefHighlight_T");
     chbTab1_RefFTag = box("chbTab1_RefFTag");
     chbTab1_RefFTag->setChecked(true);
+    m_refStatus->insertWidget(1, chbTab1_RefFTag);
     btnTab1_RefExport = button("btnTab1_RefExport");
 
+    // Three columns: the list and its rows, matches and marks, replacing and export.
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(6, 6, 6, 6);
     grid->setVerticalSpacing(3);
-    grid->addWidget(btnTab1_ToggleRef, 0, 0);
-    grid->addWidget(btnTab1_RefCheckPath, 1, 0);
-    grid->addWidget(chbTab1_RefD, 2, 0);
-    grid->addWidget(chbTab1_RefFTag, 3, 0);
-    grid->addWidget(btnTab1_MarkMatches, 0, 1);
-    grid->addWidget(optTab1_Match_R_D, 1, 1);
-    grid->addWidget(optTab1_Match_D_R, 2, 1);
-    grid->addWidget(btnTab1_RefExport, 3, 1);
+    int row = 0;
+    for (QWidget* w :
+         {static_cast<QWidget*>(btnTab1_ToggleRef), static_cast<QWidget*>(btnTab1_RefCheckPath),
+          static_cast<QWidget*>(chbTab1_RefD), static_cast<QWidget*>(btnTab1_RefRemoveRemark),
+          static_cast<QWidget*>(btnTab1_DeleteRefRows), static_cast<QWidget*>(btnTab1_ClearReflist)})
+        grid->addWidget(w, row++, 0);
+    row = 0;
+    for (QWidget* w :
+         {static_cast<QWidget*>(btnTab1_MarkMatches), static_cast<QWidget*>(optTab1_Match_R_D),
+          static_cast<QWidget*>(optTab1_Match_D_R), static_cast<QWidget*>(btnTab1_RefFTagBlue),
+          static_cast<QWidget*>(btnTab1_RemoveRefFtag), static_cast<QWidget*>(btnTab1_RefHighlight_T)})
+        grid->addWidget(w, row++, 1);
     grid->addWidget(btnTab1_RefOK, 0, 2);
     grid->addWidget(replaceFrame, 1, 2, 2, 1);
-    auto* keep = new QHBoxLayout;
-    keep->addWidget(chbTab1_KeepFilename);
-    keep->addWidget(chbTab1_KeepTags);
-    keep->addStretch(1);
-    grid->addLayout(keep, 3, 2, 1, 3);
-    grid->addWidget(btnTab1_RefRemoveRemark, 0, 3);
-    grid->addWidget(btnTab1_DeleteRefRows, 1, 3);
-    grid->addWidget(btnTab1_ClearReflist, 2, 3);
-    grid->addWidget(btnTab1_RefFTagBlue, 0, 4);
-    grid->addWidget(btnTab1_RemoveRefFtag, 1, 4);
-    grid->addWidget(btnTab1_RefHighlight_T, 2, 4);
-    grid->setColumnStretch(5, 1);
-    grid->setRowStretch(4, 1);
+    grid->addWidget(chbTab1_KeepFilename, 3, 2);
+    grid->addWidget(chbTab1_KeepTags, 4, 2);
+    grid->addWidget(btnTab1_RefExport, 5, 2);
+    grid->setColumnStretch(3, 1);
+    grid->setRowStretch(6, 1);
 
     SumTarget sums = DefaultSumTarget(SumList::Ref);
     sums.grid = &Grids::LbxRef();

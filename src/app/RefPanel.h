@@ -77,4 +77,5 @@ private:
     InputDataPage* m_page;
     ListProgress* m_progress;
     class FrmShowColumnRef* m_showColumn = nullptr;
+    class QHBoxLayout* m_refStatus = nullptr;
 };

@@ -5,6 +5,7 @@
 #include "GuiProgram.h"
 #include "WavUtil.h"
 #include "app/DataGridView.h"
+#include "app/FrmInput.h"
 #include "app/InputDataPage.h"
 #include "app/PlayerPanel.h"
 #include "core/CaptionRows.h"
@@ -307,6 +308,36 @@ private slots:
         QVERIFY(!Lit("lblTab1_Seq(1)"));
         QTRY_VERIFY_WITH_TIMEOUT(!Media().IsOpen(), 3500); // the end, without AutoPlay: closed
         QCOMPARE(Find<QLabel>("lblTab1_WinampTime")->text(), QStringLiteral("00:00 / 00:00 / 00:00"));
+    }
+
+    // The tab during a run fits a 1280x800 screen in both languages, the sign buttons
+    // included. With QLT_SHOT_DIR set, a picture of the window is written there.
+    void runControlsFitSmallScreen() {
+        for (int i = 1; i <= 3; ++i)
+            AddSong(QStringLiteral("fit %1.wav").arg(i), -1);
+        W().resize(1280, 800);
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_AutoPlay"), Qt::LeftButton);
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_UseSequenztime"), Qt::LeftButton);
+        for (int language : {3, kLanguageEnglish}) {
+            SetLanguageColumn(language);
+            W().LanguageChanged();
+            ShowPlayerTab();
+            QTest::qWait(50);
+            const QString dir = qEnvironmentVariable("QLT_SHOT_DIR");
+            if (!dir.isEmpty())
+                W().grab().save(QStringLiteral("%1/player_%2.png").arg(dir).arg(language));
+            const QSize min = W().minimumSizeHint();
+            QVERIFY2(min.width() <= 1280 && min.height() <= 800,
+                     qPrintable(QStringLiteral("%1x%2").arg(min.width()).arg(min.height())));
+            for (const char* name :
+                 {"btnTab1_Sign(0)", "btnTab1_Sign(9)", "btnTab1_SetFTagActRow", "btnTab1_SkipPlus"}) {
+                auto* w = Find<QWidget>(name);
+                QVERIFY2(w->isVisible(), name);
+                const QRect r(w->mapTo(&W(), QPoint(0, 0)), w->size());
+                QVERIFY2(QRect(QPoint(0, 0), W().size()).contains(r), name);
+            }
+        }
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_AutoPlay"), Qt::LeftButton);
     }
 
     void closingTheProgramClosesTheDevice() {
