@@ -200,9 +200,10 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
         pieces->addWidget(lblTab1_Seq[i]);
     }
     pieces->addStretch(1);
+    // The random sample belongs to the run: it stands beside its switches.
     btnTab1_Random = new QPushButton(this);
     btnTab1_Random->setObjectName(QStringLiteral("btnTab1_Random"));
-    pieces->addWidget(btnTab1_Random);
+    run->insertWidget(2, btnTab1_Random);
     grid->addLayout(pieces, 7, 0);
     grid->setRowStretch(8, 1);
 

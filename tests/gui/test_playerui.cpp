@@ -329,8 +329,8 @@ private slots:
             const QSize min = W().minimumSizeHint();
             QVERIFY2(min.width() <= 1280 && min.height() <= 800,
                      qPrintable(QStringLiteral("%1x%2").arg(min.width()).arg(min.height())));
-            for (const char* name :
-                 {"btnTab1_Sign(0)", "btnTab1_Sign(9)", "btnTab1_SetFTagActRow", "btnTab1_SkipPlus"}) {
+            for (const char* name : {"btnTab1_Sign(0)", "btnTab1_Sign(9)", "btnTab1_SetFTagActRow",
+                                     "btnTab1_SkipPlus", "btnTab1_Random"}) {
                 auto* w = Find<QWidget>(name);
                 QVERIFY2(w->isVisible(), name);
                 const QRect r(w->mapTo(&W(), QPoint(0, 0)), w->size());
