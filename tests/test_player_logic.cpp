@@ -1,7 +1,11 @@
 // The player's rules on a scripted device: the buttons, the time line, the pieces of a
 // song, the end of a song and the marks while playing.
 
+#include "TagTestUtil.h"
 #include "WavUtil.h"
+#include "core/AppState.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
 #include "list/InputColumns.h"
@@ -199,10 +203,13 @@ private slots:
 
     void zeroSecondsEndsOnFirstTick() {
         m_opt.autoPlay = true;
-        AddSong(QStringLiteral("empty.wav"), 0);
+        // A fifth of a second rounds to 0 seconds. (A WAV without any samples is no audio
+        // file for the engine: it takes the road of a song that can't be played.)
+        AddSong(QStringLiteral("empty.wav"), 0.2);
         AddSong(QStringLiteral("b.wav"), 2);
         m_grid->SetCurRow(1);
         m_player->Play();
+        QVERIFY(!m_player->PlayerOpenFailed);
         QCOMPARE(m_player->MediaLengthMs, 0);
         m_player->Tick();
         QCOMPARE(m_grid->CurRow(), 2);
@@ -442,6 +449,53 @@ private slots:
         QVERIFY(m_player->Sign(QStringLiteral("late"), true));
         QCOMPARE(FTag(1), QStringLiteral("late"));
         QCOMPARE(m_grid->CurRow(), 2);
+    }
+
+    // Every type the tag engine reads plays; anything else never reaches the device.
+    void mediaTypeIsTheEnginesType() {
+        for (const tagtest::FixtureType& f : tagtest::kFixtures) {
+            const QString path = tagtest::CopyFixture(QString::fromLatin1(f.file), m_dir.path());
+            QCOMPARE(modPlayer::MediaType(path), FileTypeName(f.type));
+        }
+        QCOMPARE(modPlayer::MediaType(m_dir.filePath(QStringLiteral("none.mp3"))), QStringLiteral("Nothing"));
+        QFile text(m_dir.filePath(QStringLiteral("text.mp3")));
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write("this is no song at all\n");
+        text.close();
+        QCOMPARE(modPlayer::MediaType(text.fileName()), QStringLiteral("Nothing"));
+
+        // The broken file takes the road of a song that can't be played: the device never
+        // sees it.
+        AddSong(QStringLiteral("text.mp3"), -1);
+        m_grid->SetCurRow(1);
+        m_player->Play();
+        QVERIFY(m_player->PlayerOpenFailed);
+        QVERIFY(!m_dev->log.join(u'|').contains(QStringLiteral("open")));
+        QCOMPARE(m_prompt.Count(QStringLiteral("tell")), 1);
+    }
+
+    void everyTypePlays() {
+        for (const tagtest::FixtureType& f : tagtest::kFixtures) {
+            const QString name = QStringLiteral("song ä ") + QString::fromLatin1(f.file);
+            tagtest::CopyFixture(QString::fromLatin1(f.file), m_dir.path(), name);
+            AddSong(name, -1);
+        }
+        for (int r = 1; r <= m_grid->Rows(); ++r) {
+            m_grid->SetCurRow(r);
+            m_player->Play();
+            QVERIFY2(m_dev->Playing(), qPrintable(m_grid->CellText(r, InCol::FileName)));
+            QVERIFY(!m_player->PlayerOpenFailed);
+        }
+        QCOMPARE(m_prompt.Count(QStringLiteral("tell")), 0);
+    }
+
+    void randomSampleBoxHasItsTitle() {
+        AddSong(QStringLiteral("s.wav"), -1);
+        m_prompt.inputs.push_back(QStringLiteral("1"));
+        QCOMPARE(MarkRandomSample(*m_grid, m_prompt, 7), 1);
+        QCOMPARE(m_prompt.shown.back().kind, QStringLiteral("input"));
+        QCOMPARE(m_prompt.shown.back().text, Caption(CapRandomCountPrompt));
+        QCOMPARE(m_prompt.shown.back().title, Caption(CapMarkRowsTitle));
     }
 
     void randomSampleOnEmptyListTells() {

@@ -76,6 +76,44 @@ private slots:
         QCOMPARE(o.value("pairs").toArray().size(), 2);
     }
 
+    void exportAndReplace() {
+        const QString dir = QDir(tmp.path()).canonicalPath() + "/replace";
+        const QString a = dir + "/a", b = dir + "/b";
+        QDir().mkpath(a);
+        QDir().mkpath(b);
+        QVERIFY(QFile::copy(FixtureDir() + "/tone.mp3", a + "/New.mp3"));
+        QVERIFY(QFile::copy(FixtureDir() + "/tone.flac", b + "/Old.flac"));
+        const QString data = dir + "/a.data", refData = dir + "/b.data";
+        QCOMPARE(Cli({"scan", a, "--save", data}).code, 0);
+        QCOMPARE(Cli({"scan", b, "--save", refData}).code, 0);
+        const QString ref = dir + "/b.ref";
+        QCOMPARE(Cli({"ref", "--from", refData, "--save", ref}).code, 0);
+
+        for (const char* ext : {"txt", "csv", "xls", "xml", "htm"}) {
+            const QString out = dir + "/out." + QLatin1String(ext);
+            const Run e = Cli({"ref", ref, "--export", out});
+            QCOMPARE(e.code, 0);
+            QVERIFY2(QFile(out).size() > 0, ext);
+        }
+        QCOMPARE(Cli({"ref", ref, "--export", dir + "/out.doc"}).code, 2);
+
+        // Row 1 of the data list replaces row 1 of the reference list, keeping the name.
+        const Run r = Cli({"ref", ref, "--replace", "1:1", "--data", data, "--keep-name"});
+        QCOMPARE(r.code, 0);
+        QCOMPARE(r.out.trimmed(), QStringLiteral("replaced: %1").arg(b + "/Old.flac"));
+        QCOMPARE(QFile(b + "/Old.flac").size(), QFile(a + "/New.mp3").size());
+        const QJsonArray rows = QJsonDocument::fromJson(Cli({"ref", ref, "--json"}).out.toUtf8()).array();
+        QCOMPARE(rows[0].toObject().value("Type").toString(), QStringLiteral("MP3"));
+        QCOMPARE(rows[0].toObject().value("FileName").toString(), QStringLiteral("Old.flac"));
+
+        // A source that is not there fails and changes nothing.
+        QVERIFY(QFile::remove(a + "/New.mp3"));
+        QCOMPARE(Cli({"ref", ref, "--replace", "1:1", "--data", data}).code, 1);
+        QVERIFY(QFile::exists(b + "/Old.flac"));
+        QCOMPARE(Cli({"ref", ref, "--replace", "9:1", "--data", data}).code, 1);
+        QCOMPARE(Cli({"ref", ref, "--replace", "x", "--data", data}).code, 2);
+    }
+
     void badInput() {
         QCOMPARE(Cli({"ref"}).code, 2);
         QCOMPARE(Cli({"ref", tmp.path() + "/none.ref"}).code, 1);

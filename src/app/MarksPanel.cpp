@@ -13,6 +13,7 @@
 #include "list/modMarks.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -49,15 +50,17 @@ QString SignButton::ShownText() const {
     return m_sign.isEmpty() ? text() : text() + QStringLiteral("  ") + m_sign;
 }
 
+QSize SignButton::minimumSizeHint() const {
+    // Narrow enough for the ten of them on the player tab.
+    return QSize(minimumWidth(), sizeHint().height());
+}
+
 QSize SignButton::sizeHint() const {
-    QStyleOptionButton o;
-    initStyleOption(&o);
-    o.text = ShownText();
-    const QSize textSize = fontMetrics().size(Qt::TextShowMnemonic, o.text);
-    return style()
-        ->sizeFromContents(QStyle::CT_PushButton, &o, textSize.expandedTo(QSize(fontMetrics().height(), 0)),
-                           this)
-        .expandedTo(QSize(0, QPushButton::sizeHint().height()));
+    // As wide as the digit and its sign need, not the style's wide button: ten of them
+    // share a row with little room.
+    const QSize textSize = fontMetrics().size(Qt::TextShowMnemonic, ShownText());
+    return QSize(std::max(minimumWidth(), textSize.width() + 2 * fontMetrics().averageCharWidth() + 6),
+                 QPushButton::sizeHint().height());
 }
 
 void SignButton::paintEvent(QPaintEvent*) {
@@ -88,30 +91,38 @@ MarksPanel::MarksPanel(InputDataPage* page, ListProgress* progress, QWidget* par
     outer->setSpacing(0);
 
     auto* rows = new QGridLayout;
+    m_rows = rows;
     rows->setHorizontalSpacing(4);
     rows->setVerticalSpacing(3);
-    // By hand: the mark box into the current row, the next sign, the ten signs.
-    btnTab1_SetFTagActRow = button(this, "btnTab1_SetFTagActRow");
+    // By hand: the next sign; the ten signs and the mark box into the current row in a row
+    // of their own, which a mark run borrows for the player tab.
     btnTab1_SignNext = button(this, "btnTab1_Sign");
     chbTab1_SignPreviousRow = new QCheckBox(this);
     chbTab1_SignPreviousRow->setObjectName(QStringLiteral("chbTab1_SignPreviousRow"));
-    rows->addWidget(btnTab1_SetFTagActRow, 0, 0);
-    rows->addWidget(btnTab1_SignNext, 0, 1);
-    rows->addWidget(chbTab1_SignPreviousRow, 0, 2, 1, 2);
-    auto* signs = new QHBoxLayout;
-    signs->setSpacing(3);
-    auto* lblSigns = new QLabel(this);
+    rows->addWidget(btnTab1_SignNext, 0, 0);
+    rows->addWidget(chbTab1_SignPreviousRow, 0, 1, 1, 3);
+    fraTab1_Signs = new QWidget(this);
+    fraTab1_Signs->setObjectName(QStringLiteral("fraTab1_Signs"));
+    // Two lines, so that the row also fits the narrower player tab: the signs, then the
+    // mark box into the current row.
+    auto* signs = new QGridLayout(fraTab1_Signs);
+    signs->setContentsMargins(0, 0, 0, 0);
+    signs->setHorizontalSpacing(3);
+    signs->setVerticalSpacing(3);
+    auto* lblSigns = new QLabel(fraTab1_Signs);
     lblSigns->setObjectName(QStringLiteral("lblTab1_Sign0_9"));
-    signs->addWidget(lblSigns);
+    signs->addWidget(lblSigns, 0, 0);
     for (int i = 0; i < kSignCount; ++i) {
-        btnTab1_Sign[i] = new SignButton(this);
+        btnTab1_Sign[i] = new SignButton(fraTab1_Signs);
         btnTab1_Sign[i]->setObjectName(QStringLiteral("btnTab1_Sign(%1)").arg(i));
-        btnTab1_Sign[i]->setMinimumWidth(30);
-        btnTab1_Sign[i]->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
-        signs->addWidget(btnTab1_Sign[i]);
+        btnTab1_Sign[i]->setMinimumWidth(26);
+        btnTab1_Sign[i]->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        signs->addWidget(btnTab1_Sign[i], 0, i + 1);
     }
-    signs->addStretch(1);
-    rows->addLayout(signs, 1, 0, 1, 4);
+    btnTab1_SetFTagActRow = button(fraTab1_Signs, "btnTab1_SetFTagActRow");
+    signs->addWidget(btnTab1_SetFTagActRow, 1, 0, 1, 4, Qt::AlignLeft);
+    signs->setColumnStretch(kSignCount + 1, 1);
+    rows->addWidget(fraTab1_Signs, 1, 0, 1, 4);
     // Marks and selection.
     btnTab1_ClearFtag = button(this, "btnTab1_ClearFtag");
     btnTab1_RemoveFtag = button(this, "btnTab1_RemoveFtag");
@@ -251,6 +262,23 @@ void MarksPanel::ApplySettings() {
         btnTab1_Sign[i]->setEnabled(!sign.isEmpty());
     }
     btnTab1_SignNext->setEnabled(!Signs().join(QString()).isEmpty());
+}
+
+void MarksPanel::LendSigns(QBoxLayout* into) {
+    if (fraTab1_Signs->parentWidget() != this)
+        return;
+    ApplySettings();
+    m_rows->removeWidget(fraTab1_Signs);
+    into->addWidget(fraTab1_Signs);
+    fraTab1_Signs->show();
+}
+
+void MarksPanel::TakeSignsBack() {
+    if (fraTab1_Signs->parentWidget() == this)
+        return;
+    fraTab1_Signs->setParent(this);
+    m_rows->addWidget(fraTab1_Signs, 1, 0, 1, 4);
+    fraTab1_Signs->show();
 }
 
 void MarksPanel::showEvent(QShowEvent* event) {

@@ -19,6 +19,7 @@ public:
     void SetSign(const QString& sign);
     QString Sign() const { return m_sign; }
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -38,6 +39,11 @@ public:
     void ApplySettings();
     QStringList Signs() const;
 
+    // The row of sign buttons: lent to the player tab while a mark run goes on.
+    void LendSigns(class QBoxLayout* into);
+    void TakeSignsBack();
+
+    QWidget* fraTab1_Signs; // lblTab1_Sign0_9, the ten signs and btnTab1_SetFTagActRow
     QPushButton* btnTab1_SetFTagActRow;
     SignButton* btnTab1_Sign[10];
     QPushButton* btnTab1_SignNext; // objectName "btnTab1_Sign": cycles through the signs
@@ -65,4 +71,5 @@ private:
 
     InputDataPage* m_page;
     ListProgress* m_progress;
+    class QGridLayout* m_rows;
 };

@@ -83,9 +83,14 @@ bool MessageBoxPrompt::AskOkCancel(const QString& text, Icon icon) {
 }
 
 std::optional<QString> MessageBoxPrompt::InputBox(const QString& text, const QString& initial) {
+    return TitledInputBox(Title(), text, initial);
+}
+
+std::optional<QString> MessageBoxPrompt::TitledInputBox(const QString& title, const QString& text,
+                                                        const QString& initial) {
     bool ok = false;
-    const QString answer =
-        QInputDialog::getText(Parent(m_parent), Title(), text, QLineEdit::Normal, initial, &ok);
+    const QString answer = QInputDialog::getText(Parent(m_parent), title.isEmpty() ? Title() : title, text,
+                                                 QLineEdit::Normal, initial, &ok);
     if (!ok)
         return std::nullopt;
     return answer;

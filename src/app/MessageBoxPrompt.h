@@ -15,6 +15,8 @@ public:
     bool AskYesNo(const QString& text, bool defaultYes = true, Icon icon = Icon::Question) override;
     bool AskOkCancel(const QString& text, Icon icon = Icon::Question) override;
     std::optional<QString> InputBox(const QString& text, const QString& initial = QString()) override;
+    std::optional<QString> TitledInputBox(const QString& title, const QString& text,
+                                          const QString& initial = QString()) override;
 
 private:
     QWidget* m_parent;

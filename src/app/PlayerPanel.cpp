@@ -24,6 +24,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSlider>
 #include <QStyle>
 #include <QTableView>
@@ -154,13 +155,17 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
     mark->addWidget(txtTab1_FTag4);
     mark->addStretch(1);
     grid->addLayout(mark, 3, 0);
+    // During a run the sign buttons of the marks tab come here.
+    m_signSlot = new QHBoxLayout;
+    m_signSlot->setContentsMargins(0, 0, 0, 0);
+    grid->addLayout(m_signSlot, 4, 0);
     auto* skip = new QHBoxLayout;
     skip->addWidget(btnTab1_SkipMinus);
     skip->addWidget(lblTab1_Skip);
     skip->addWidget(txtTab1_SkipSec);
     skip->addWidget(btnTab1_SkipPlus);
     skip->addStretch(1);
-    grid->addLayout(skip, 4, 0);
+    grid->addLayout(skip, 5, 0);
 
     // Rows 5 and 6: the pieces.
     chbTab1_UseSequenztime = new QCheckBox(this);
@@ -178,7 +183,7 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
         seq->addWidget(txtTab1_Sequenztime[i]);
     }
     seq->addStretch(1);
-    grid->addLayout(seq, 5, 0);
+    grid->addLayout(seq, 6, 0);
     auto* pieces = new QHBoxLayout;
     btnTab1_GoFwd = new QPushButton(this);
     btnTab1_GoFwd->setObjectName(QStringLiteral("btnTab1_GoFwd"));
@@ -195,11 +200,12 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
         pieces->addWidget(lblTab1_Seq[i]);
     }
     pieces->addStretch(1);
+    // The random sample belongs to the run: it stands beside its switches.
     btnTab1_Random = new QPushButton(this);
     btnTab1_Random->setObjectName(QStringLiteral("btnTab1_Random"));
-    pieces->addWidget(btnTab1_Random);
-    grid->addLayout(pieces, 6, 0);
-    grid->setRowStretch(7, 1);
+    run->insertWidget(2, btnTab1_Random);
+    grid->addLayout(pieces, 7, 0);
+    grid->setRowStretch(8, 1);
 
     SetLamp(lblTab1_ColorPlay, false, kPlayColour);
     SetLamp(lblTab1_ColorPause, false, kPauseColour);
@@ -308,6 +314,31 @@ PlayerPanel::PlayerPanel(InputDataPage* page, QWidget* parent) : QWidget(parent)
     connect(&Media(), &MediaDevice::audioOutputMissing, this,
             [] { AppPrompt().Tell(Caption(CapNoAudioOutput), Prompt::Icon::Warning); });
 
+    // The keys of the player tab: Ctrl with N, P, U, V, X for the button bar, Ctrl with
+    // plus and minus to skip, Ctrl+Alt with plus and minus for half a step, Ctrl+Shift+plus
+    // for the next piece. They work while the tab is shown.
+    auto key = [this](QKeyCombination keys, auto&& run) {
+        auto* sc = new QShortcut(QKeySequence(keys), this);
+        sc->setContext(Qt::WindowShortcut);
+        connect(sc, &QShortcut::activated, this, run);
+    };
+    key(Qt::CTRL | Qt::Key_N, [this] { MMC_Next->click(); });
+    key(Qt::CTRL | Qt::Key_P, [this] { MMC_Play->click(); });
+    key(Qt::CTRL | Qt::Key_U, [this] { MMC_Pause->click(); });
+    key(Qt::CTRL | Qt::Key_V, [this] { MMC_Prev->click(); });
+    key(Qt::CTRL | Qt::Key_X, [this] { MMC_Stop->click(); });
+    key(Qt::CTRL | Qt::Key_Plus, [this] { m_player->SkipPlus(); });
+    key(Qt::CTRL | Qt::Key_Minus, [this] { m_player->SkipMinus(); });
+    key(Qt::CTRL | Qt::ALT | Qt::Key_Plus, [this] {
+        m_player->HalfStep = true;
+        m_player->SkipPlus();
+    });
+    key(Qt::CTRL | Qt::ALT | Qt::Key_Minus, [this] {
+        m_player->HalfStep = true;
+        m_player->SkipMinus();
+    });
+    key(Qt::CTRL | Qt::SHIFT | Qt::Key_Plus, [this] { btnTab1_GoFwd->click(); });
+
     // The sign buttons of the marks tab: during a run one press marks the song and moves
     // on to the next (the marks tab has set the mark by then).
     for (int i = 0; i < 10; ++i) {
@@ -398,6 +429,13 @@ void PlayerPanel::AutoPlayToggled(bool on) {
     for (const char* name : {"Folderview", "pagTab1_Files", "pagTab1_Rename"})
         if (auto* w = top->findChild<QWidget*>(QString::fromLatin1(name)))
             w->setEnabled(!on);
+    // The sign buttons come over from the marks tab for the run, and go back after it.
+    if (auto* marks = m_page->findChild<MarksPanel*>()) {
+        if (on)
+            marks->LendSigns(m_signSlot);
+        else
+            marks->TakeSignsBack();
+    }
     for (QWidget* w : {static_cast<QWidget*>(txtTab1_FTag4), static_cast<QWidget*>(btnTab1_SkipMinus),
                        static_cast<QWidget*>(btnTab1_SkipPlus), static_cast<QWidget*>(lblTab1_Skip),
                        static_cast<QWidget*>(txtTab1_SkipSec)})

@@ -61,6 +61,7 @@ private:
 
     InputDataPage* m_page;
     modPlayer* m_player;
+    class QHBoxLayout* m_signSlot;
     bool m_gridHadFocus = false;
     bool m_missingTold = false;
 };

@@ -1,6 +1,8 @@
 #include "app/RefPanel.h"
 
 #include "app/DataGridView.h"
+#include "app/ExportDialog.h"
+#include "app/FrmShowColumnRef.h"
 #include "app/InputDataPage.h"
 #include "app/InputListEnv.h"
 #include "app/MessageBoxPrompt.h"
@@ -9,10 +11,16 @@
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
+#include "file/ftcFileOps.h"
 #include "list/modList.h"
 #include "list/modListEnv.h"
+#include "list/modMarks.h"
+#include "output/modExport.h"
 #include "ref/modRef.h"
 #include "ref/modRefMatch.h"
+#include "ref/modRefReplace.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -20,10 +28,12 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
 #include <QSplitter>
+#include <QTableView>
 #include <QVBoxLayout>
 
 namespace {
@@ -77,6 +87,7 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     lblTab1_TimeSizeMarkedRef->setFrameShape(QFrame::StyledPanel);
     refStatus->addWidget(txtTab1_FTagRef);
     refStatus->addWidget(lblTab1_TimeSizeMarkedRef, 1);
+    m_refStatus = refStatus;
     refLayout->addLayout(refStatus);
     splTab1_Lists->addWidget(fraTab1_Ref);
     splTab1_Lists->setStretchFactor(0, 3);
@@ -99,21 +110,58 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     optTab1_Match_D_R = new QRadioButton(this);
     optTab1_Match_D_R->setObjectName(QStringLiteral("optTab1_Match_D_R"));
     optTab1_Match_R_D->setChecked(true);
-    chbTab1_RefD = new QCheckBox(this);
-    chbTab1_RefD->setObjectName(QStringLiteral("chbTab1_RefD"));
+    auto box = [this](const char* name) {
+        auto* b = new QCheckBox(this);
+        b->setObjectName(QString::fromLatin1(name));
+        return b;
+    };
+    chbTab1_RefD = box("chbTab1_RefD");
+    btnTab1_RefOK = button("btnTab1_RefOK");
+    // The two pairs of options are groups of their own.
+    auto* replaceFrame = new QWidget(this);
+    optTab1_R_D = new QRadioButton(replaceFrame);
+    optTab1_R_D->setObjectName(QStringLiteral("optTab1_R_D"));
+    optTab1_D_R = new QRadioButton(replaceFrame);
+    optTab1_D_R->setObjectName(QStringLiteral("optTab1_D_R"));
+    optTab1_D_R->setChecked(true);
+    auto* replaceOptions = new QVBoxLayout(replaceFrame);
+    replaceOptions->setContentsMargins(0, 0, 0, 0);
+    replaceOptions->setSpacing(3);
+    replaceOptions->addWidget(optTab1_R_D);
+    replaceOptions->addWidget(optTab1_D_R);
+    chbTab1_KeepFilename = box("chbTab1_KeepFilename");
+    chbTab1_KeepTags = box("chbTab1_KeepTags");
+    btnTab1_RefFTagBlue = button("btnTab1_RefFTagBlue");
+    btnTab1_RemoveRefFtag = button("btnTab1_RemoveRefFtag");
+    btnTab1_RefHighlight_T = button("btnTab1_RefHighlight_T");
+    chbTab1_RefFTag = box("chbTab1_RefFTag");
+    chbTab1_RefFTag->setChecked(true);
+    m_refStatus->insertWidget(1, chbTab1_RefFTag);
+    btnTab1_RefExport = button("btnTab1_RefExport");
 
+    // Three columns: the list and its rows, matches and marks, replacing and export.
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(6, 6, 6, 6);
-    grid->addWidget(btnTab1_ToggleRef, 0, 0);
-    grid->addWidget(btnTab1_RefCheckPath, 1, 0);
-    grid->addWidget(chbTab1_RefD, 2, 0);
-    grid->addWidget(btnTab1_MarkMatches, 0, 1);
-    grid->addWidget(optTab1_Match_R_D, 1, 1);
-    grid->addWidget(optTab1_Match_D_R, 2, 1);
-    grid->addWidget(btnTab1_RefRemoveRemark, 0, 2);
-    grid->addWidget(btnTab1_DeleteRefRows, 1, 2);
-    grid->addWidget(btnTab1_ClearReflist, 2, 2);
+    grid->setVerticalSpacing(3);
+    int row = 0;
+    for (QWidget* w :
+         {static_cast<QWidget*>(btnTab1_ToggleRef), static_cast<QWidget*>(btnTab1_RefCheckPath),
+          static_cast<QWidget*>(chbTab1_RefD), static_cast<QWidget*>(btnTab1_RefRemoveRemark),
+          static_cast<QWidget*>(btnTab1_DeleteRefRows), static_cast<QWidget*>(btnTab1_ClearReflist)})
+        grid->addWidget(w, row++, 0);
+    row = 0;
+    for (QWidget* w :
+         {static_cast<QWidget*>(btnTab1_MarkMatches), static_cast<QWidget*>(optTab1_Match_R_D),
+          static_cast<QWidget*>(optTab1_Match_D_R), static_cast<QWidget*>(btnTab1_RefFTagBlue),
+          static_cast<QWidget*>(btnTab1_RemoveRefFtag), static_cast<QWidget*>(btnTab1_RefHighlight_T)})
+        grid->addWidget(w, row++, 1);
+    grid->addWidget(btnTab1_RefOK, 0, 2);
+    grid->addWidget(replaceFrame, 1, 2, 2, 1);
+    grid->addWidget(chbTab1_KeepFilename, 3, 2);
+    grid->addWidget(chbTab1_KeepTags, 4, 2);
+    grid->addWidget(btnTab1_RefExport, 5, 2);
     grid->setColumnStretch(3, 1);
+    grid->setRowStretch(6, 1);
 
     SumTarget sums = DefaultSumTarget(SumList::Ref);
     sums.grid = &Grids::LbxRef();
@@ -141,6 +189,31 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
         ClearReflist(Grids::LbxRef(), AppPrompt());
         ShowSums();
     });
+    connect(btnTab1_RefOK, &QPushButton::clicked, this, &RefPanel::RefOKClick);
+    auto env = [this] { return InputListEnv(m_page, m_progress); };
+    connect(btnTab1_RefFTagBlue, &QPushButton::clicked, this, [this, env] {
+        ::btnTab1_FTagBlue(Grids::LbxRef(), txtTab1_FTagRef->text(), m_page->chbTab1_NoMsg->isChecked(),
+                           env(), SumList::Ref);
+    });
+    connect(btnTab1_RemoveRefFtag, &QPushButton::clicked, this, [this, env] {
+        ::btnTab1_RemoveFtag(Grids::LbxRef(), txtTab1_FTagRef->text(), env(), SumList::Ref);
+    });
+    connect(btnTab1_RefHighlight_T, &QPushButton::clicked, this, [this] {
+        if (!ListNotEmpty(Grids::LbxRef(), AppPrompt()))
+            return;
+        RefHighlightFound(Grids::LbxRef());
+        ShowSums();
+    });
+    connect(chbTab1_RefFTag, &QCheckBox::toggled, this,
+            [](bool on) { ShowRefMarkColumn(Grids::LbxRef(), on); });
+    // A column choice made elsewhere (the column window, a pattern) shows in the box.
+    connect(&Grids::LbxRef(), &DataGrid::columnsChanged, this, [this] {
+        const QSignalBlocker quiet(chbTab1_RefFTag);
+        chbTab1_RefFTag->setChecked(RefMarkColumnShown(Grids::LbxRef()));
+    });
+    connect(btnTab1_RefExport, &QPushButton::clicked, this, &RefPanel::ExportClick);
+    LbxRef->table()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(LbxRef->table(), &QWidget::customContextMenuRequested, this, &RefPanel::ShowListMenu);
 }
 
 void RefPanel::DefineColumns() {
@@ -258,4 +331,48 @@ void RefPanel::MarkMatchesClick() {
     QApplication::restoreOverrideCursor();
     m_page->ShowSums();
     ShowSums();
+}
+
+void RefPanel::RefOKClick() {
+    ReplaceOptions o;
+    o.direction = optTab1_R_D->isChecked() ? ReplaceDirection::FromReference : ReplaceDirection::FromData;
+    o.keepFilename = chbTab1_KeepFilename->isChecked();
+    o.keepTags = chbTab1_KeepTags->isChecked();
+    o.noMsg = m_page->chbTab1_NoMsg->isChecked();
+    o.paperbin = PaperbinSetting(Settings());
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const ReplaceResult r = RefReplace(Grids::LbxInput(), Grids::LbxRef(), o, AppPrompt());
+    QApplication::restoreOverrideCursor();
+    if (r.done && o.direction == ReplaceDirection::FromReference)
+        m_page->ShowSums();
+    ShowSums();
+}
+
+void RefPanel::ExportClick() {
+    const DataGrid& ref = Grids::LbxRef();
+    if (!CheckExportable(ref, AppPrompt()))
+        return;
+    const QString preset = Setting(Ini::PresetPathExport, Ini::Col1);
+    const QString start = ExportStartFolder(Settings(), preset, ExportFolders::RefList);
+    const QString path = chooseExportFile ? chooseExportFile(start) : RunExportDialog(window(), start);
+    if (path.isEmpty())
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    ExportRefList(ref, path, Settings(), m_page->chbTab1_NoMsg->isChecked(), AppPrompt(), preset);
+    QApplication::restoreOverrideCursor();
+}
+
+FrmShowColumnRef* RefPanel::ShowColumnWindow() {
+    if (!m_showColumn)
+        m_showColumn = new FrmShowColumnRef(Grids::LbxRef(), window());
+    return m_showColumn;
+}
+
+void RefPanel::ShowListMenu(const QPoint& at) {
+    // The columns of the list; the list's other entries come with the program's menus.
+    QMenu menu(LbxRef);
+    QAction* columns = menu.addAction(Caption(CapColumnsMenu));
+    columns->setObjectName(QStringLiteral("ColsFrm"));
+    if (menu.exec(LbxRef->table()->viewport()->mapToGlobal(at)) == columns)
+        ShowColumnWindow()->Open();
 }

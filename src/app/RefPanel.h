@@ -37,6 +37,16 @@ public:
     QPushButton* btnTab1_RefRemoveRemark;
     QPushButton* btnTab1_DeleteRefRows;
     QPushButton* btnTab1_ClearReflist;
+    QPushButton* btnTab1_RefOK;
+    QRadioButton* optTab1_R_D;
+    QRadioButton* optTab1_D_R;
+    QCheckBox* chbTab1_KeepFilename;
+    QCheckBox* chbTab1_KeepTags;
+    QPushButton* btnTab1_RefFTagBlue;
+    QPushButton* btnTab1_RemoveRefFtag;
+    QPushButton* btnTab1_RefHighlight_T;
+    QCheckBox* chbTab1_RefFTag;
+    QPushButton* btnTab1_RefExport;
 
     void DefineColumns(); // the sixteen columns and the user's widths
     void SaveColumnWidths() const;
@@ -51,12 +61,21 @@ public:
     void HandleFileCommand(int item);
     // The file picker of those items; tests replace it.
     std::function<QString(int item)> chooseFile;
+    // The save dialog of btnTab1_RefExport; tests replace it.
+    std::function<QString(const QString& startFolder)> chooseExportFile;
+    // FrmShowColumnRef, made at first use (the list's menu entry "Columns").
+    class FrmShowColumnRef* ShowColumnWindow();
 
 private:
     QString DefaultChooseFile(int item);
     void RefCheckPathClick();
     void MarkMatchesClick();
+    void RefOKClick();
+    void ExportClick();
+    void ShowListMenu(const QPoint& at);
 
     InputDataPage* m_page;
     ListProgress* m_progress;
+    class FrmShowColumnRef* m_showColumn = nullptr;
+    class QHBoxLayout* m_refStatus = nullptr;
 };

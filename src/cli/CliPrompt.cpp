@@ -31,6 +31,11 @@ std::optional<QString> CliPrompt::InputBox(const QString&, const QString& initia
     return initial;
 }
 
+std::optional<QString> CliPrompt::TitledInputBox(const QString&, const QString& text,
+                                                 const QString& initial) {
+    return InputBox(text, initial);
+}
+
 void LoadProgramTexts() {
     if (QFile::exists(SettingsFilePath()))
         LoadSettings();

@@ -26,6 +26,13 @@ public:
     virtual bool AskOkCancel(const QString& text, Icon icon = Icon::Question) = 0;
     // A line of text; nullopt when cancelled.
     virtual std::optional<QString> InputBox(const QString& text, const QString& initial = QString()) = 0;
+    // The same under a title of its own instead of the program's. Where there are no
+    // titles it is the plain InputBox.
+    virtual std::optional<QString> TitledInputBox(const QString& title, const QString& text,
+                                                  const QString& initial = QString()) {
+        (void)title;
+        return InputBox(text, initial);
+    }
 
     // The title every message carries.
     static QString Title() { return QStringLiteral("Quillotune"); }
@@ -38,6 +45,7 @@ public:
         QString kind; // "tell", "untitled", "yesno", "okcancel", "input"
         QString text;
         Icon icon;
+        QString title = {}; // the title of an input box that has one of its own
     };
 
     std::deque<bool> answers; // Yes/No and OK/Cancel answers, in order
@@ -61,7 +69,11 @@ public:
         return Next();
     }
     std::optional<QString> InputBox(const QString& text, const QString& initial = QString()) override {
-        shown.push_back({QStringLiteral("input"), text, Icon::Question});
+        return TitledInputBox(QString(), text, initial);
+    }
+    std::optional<QString> TitledInputBox(const QString& title, const QString& text,
+                                          const QString& initial = QString()) override {
+        shown.push_back({QStringLiteral("input"), text, Icon::Question, title});
         if (inputs.empty())
             return initial;
         // Taken apart by hand: copying the optional itself trips a false

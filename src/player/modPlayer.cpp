@@ -1,5 +1,6 @@
 #include "player/modPlayer.h"
 
+#include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
@@ -18,6 +19,13 @@ namespace {
 constexpr int kTickMs = 1000;
 constexpr qint32 kEndLeadMs = 500; // the end is recognised this much before the true end
 constexpr int kDefaultSkipSec = 10;
+
+// The player's own engine: opening a song to play it must not drop the staged changes of
+// the shared engine that the tag windows work with.
+TagEngine& PlayerEngine() {
+    static TagEngine engine;
+    return engine;
+}
 
 QString Pad(qint64 n, int width) {
     return QStringLiteral("%1").arg(n, width, 10, QLatin1Char('0'));
@@ -76,7 +84,18 @@ PlayerOptions modPlayer::Opt() const {
 
 // ---- device operations -------------------------------------------------------------------
 
+QString modPlayer::MediaType(const QString& path) {
+    const int type = PlayerEngine().OpenFile(path);
+    return type == 0 ? QStringLiteral("Nothing") : FileTypeName(type);
+}
+
 bool modPlayer::MediaOpen(const QString& path) {
+    // A file the tag engine takes for no audio file (or cannot read) is not handed to
+    // the device at all.
+    if (MediaType(path) == u"Nothing") {
+        PlayerOpenFailed = true;
+        return false;
+    }
     // The event queue runs while the device opens: ticks and buttons wait for the result.
     m_opening = true;
     MediaOwner::Instance().Claim(this);
@@ -111,7 +130,7 @@ qint32 modPlayer::MediaPosition() const {
 }
 
 qint32 modPlayer::MediaLength(const QString& path) {
-    TagEngine& engine = TagEngine::Shared();
+    TagEngine& engine = PlayerEngine();
     if (engine.OpenFile(path) == 0)
         return 0;
     return qint32(std::lround(engine.DurationSeconds())) * 1000;

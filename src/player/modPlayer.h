@@ -69,6 +69,9 @@ public:
     void MediaResume();
     qint32 MediaPosition() const;
     static qint32 MediaLength(const QString& path); // from the tag engine, whole seconds
+    // The tag engine's type of the file ("MP3", "FLAC", ...), "Nothing" for a file it does
+    // not take for audio (missing, broken, another kind). Every audio type plays.
+    static QString MediaType(const QString& path);
 
     // ---- MMC and the other controls -----------------------------------------------------
     void Prev();

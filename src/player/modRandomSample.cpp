@@ -16,7 +16,8 @@
 int MarkRandomSample(DataGrid& list, Prompt& prompt, quint32 seed) {
     if (!ListNotEmpty(list, prompt))
         return -1;
-    const std::optional<QString> answer = prompt.InputBox(Caption(CapRandomCountPrompt));
+    const std::optional<QString> answer =
+        prompt.TitledInputBox(Caption(CapMarkRowsTitle), Caption(CapRandomCountPrompt));
     if (!answer)
         return -1;
     bool ok = false;

@@ -11,6 +11,7 @@
 #include "list/modList.h"
 #include "list/modListEnv.h"
 #include "list/modSavedLists.h"
+#include "output/modExport.h"
 #include "platform/PosixFile.h"
 #include "ref/RefColumns.h"
 #include "ref/modRefIndex.h"
@@ -322,5 +323,40 @@ bool ClearReflist(DataGrid& ref, Prompt& prompt) {
     ref.Clear();
     ref.Tag.clear();
     ShowRefTotals(ref);
+    return true;
+}
+
+int RefHighlightFound(DataGrid& ref) {
+    if (ref.Cols() < RefCol::Count)
+        return 0;
+    const QString found = RefFoundWord();
+    int count = 0;
+    ref.LockUpdate(true);
+    for (int r = 1; r <= ref.Rows(); ++r) {
+        const bool take = ref.CellView(r, RefCol::TF) == found;
+        ref.SetSelected(r, take);
+        count += take;
+    }
+    ref.LockUpdate(false);
+    ref.Refresh();
+    return count;
+}
+
+void ShowRefMarkColumn(DataGrid& ref, bool shown) {
+    if (ref.Cols() >= RefCol::FTag && ref.Column(RefCol::FTag).visible != shown)
+        ref.SetColumnVisible(RefCol::FTag, shown);
+}
+
+bool RefMarkColumnShown(const DataGrid& ref) {
+    return ref.Cols() >= RefCol::FTag && ref.Column(RefCol::FTag).visible;
+}
+
+bool ExportRefList(const DataGrid& ref, const QString& chosenPath, DataGrid& settings, bool noMsg,
+                   Prompt& prompt, const QString& presetFolder) {
+    if (chosenPath.isEmpty() || ExportByPath(ref, chosenPath, prompt) != ExportOutcome::Written)
+        return false;
+    RememberExportFolder(settings, presetFolder, chosenPath, ExportFolders::RefList);
+    if (!noMsg)
+        prompt.Tell(Caption(CapListExported), Prompt::Icon::Information);
     return true;
 }

@@ -72,3 +72,15 @@ int DeleteRefRows(DataGrid& ref, const QString& mark, Prompt& prompt);
 // btnTab1_ClearReflist: after Caption(644) and, as a second check, Caption(1375), clears
 // the list and its Tag.
 bool ClearReflist(DataGrid& ref, Prompt& prompt);
+// btnTab1_RefHighlight_T: selects exactly the rows whose column 3 holds the found word of
+// the language in use. Returns the count.
+int RefHighlightFound(DataGrid& ref);
+// chbTab1_RefFTag: shows or hides the mark column.
+void ShowRefMarkColumn(DataGrid& ref, bool shown);
+bool RefMarkColumnShown(const DataGrid& ref);
+
+// btnTab1_RefExport after the save dialog: the list in the format of the file's ending,
+// the folder remembered in settings row 85, column 2, Caption(209) unless noMsg. False
+// when nothing was written (another ending, or a failure, which is told).
+bool ExportRefList(const DataGrid& ref, const QString& chosenPath, DataGrid& settings, bool noMsg,
+                   Prompt& prompt, const QString& presetFolder = QString());

@@ -5,8 +5,11 @@
 #include "GuiProgram.h"
 #include "WavUtil.h"
 #include "app/DataGridView.h"
+#include "app/FrmInput.h"
 #include "app/InputDataPage.h"
 #include "app/PlayerPanel.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "list/InputColumns.h"
@@ -205,7 +208,11 @@ private slots:
         QTest::mouseClick(Find<QCheckBox>("chbTab1_AutoPlay"), Qt::LeftButton);
         Click("MMC_Play");
         QVERIFY(Media().IsOpen());
-        QVERIFY(InputDataPage::SelectSubTab(W().pageData->TabInput1_Sub2, SubTab::Marks));
+        // The sign buttons are on the player tab during the run.
+        auto* sign3 = Find<QPushButton>("btnTab1_Sign(3)");
+        QVERIFY(Find<QWidget>("pagTab1_Player")->isAncestorOf(sign3));
+        QVERIFY(sign3->isVisible());
+        QVERIFY(Find<QWidget>("btnTab1_SetFTagActRow")->isVisible());
         for (int i = 1; i <= 5; ++i) {
             QCOMPARE(Grids::LbxInput().CurRow(), i);
             Click("btnTab1_Sign(3)");
@@ -217,6 +224,55 @@ private slots:
         QVERIFY(!Media().IsOpen());
         QCOMPARE(m_prg->prompt.Count(QStringLiteral("tell")), 0);
         QVERIFY(!Grids::LbxInput().IsLocked());
+        // After the run the sign buttons go back to the marks tab.
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_AutoPlay"), Qt::LeftButton);
+        QVERIFY(Find<QWidget>("pagTab1_Marks")->isAncestorOf(sign3));
+        QVERIFY(!Find<QWidget>("pagTab1_Player")->isAncestorOf(sign3));
+    }
+
+    // With the mark of the previous row the sign goes to the row above and the song plays on.
+    void signToThePreviousRowDuringARun() {
+        for (int i = 1; i <= 3; ++i)
+            AddSong(QStringLiteral("p%1.wav").arg(i), 3);
+        Grids::LbxInput().SetCurRow(2);
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_AutoPlay"), Qt::LeftButton);
+        Find<QCheckBox>("chbTab1_SignPreviousRow")->setChecked(true);
+        Click("MMC_Play");
+        Click("btnTab1_Sign(3)");
+        QCOMPARE(Grids::LbxInput().CellText(1, InCol::FTag), QStringLiteral("***"));
+        QVERIFY(Grids::LbxInput().CellText(2, InCol::FTag).isEmpty());
+        QCOMPARE(Grids::LbxInput().CurRow(), 2);
+        QVERIFY(Media().IsOpen());
+        Click("MMC_Stop");
+        Find<QCheckBox>("chbTab1_SignPreviousRow")->setChecked(false);
+    }
+
+    // The keys of the player tab: a step, half a step, back.
+    void skipKeysAndTheHalfStep() {
+        AddSong(QStringLiteral("long.wav"), 20);
+        Grids::LbxInput().SetCurRow(1);
+        auto* secs = Find<QLineEdit>("txtTab1_SkipSec");
+        secs->clear();
+        QTest::keyClicks(secs, QStringLiteral("8"));
+        Click("MMC_Play");
+        QVERIFY(Media().IsOpen());
+        Click("MMC_Pause"); // paused, so that the positions are exact
+        QWidget* list = W().pageData->LbxInput->table();
+        list->setFocus();
+        W().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&W()));
+        // Each key moves the position on from where it was (the song plays on after a jump).
+        auto step = [&](Qt::Key key, Qt::KeyboardModifiers mods, qint32 by) {
+            const qint32 before = Media().Position();
+            QTest::keyClick(list, key, mods);
+            QTRY_VERIFY2(std::abs(Media().Position() - (before + by)) < 600,
+                         qPrintable(QStringLiteral("%1 -> %2").arg(before).arg(Media().Position())));
+        };
+        step(Qt::Key_Plus, Qt::ControlModifier | Qt::AltModifier, 4000);
+        step(Qt::Key_Plus, Qt::ControlModifier, 8000);
+        step(Qt::Key_Minus, Qt::ControlModifier | Qt::AltModifier, -4000);
+        QTest::keyClick(list, Qt::Key_X, Qt::ControlModifier); // Stop
+        QVERIFY(!Media().IsOpen());
     }
 
     void randomButtonMarksASample() {
@@ -225,6 +281,7 @@ private slots:
         m_prg->prompt.inputs.push_back(QStringLiteral("2"));
         Click("btnTab1_Random");
         QCOMPARE(m_prg->prompt.Count(QStringLiteral("input")), 1);
+        QCOMPARE(m_prg->prompt.shown.back().title, Caption(CapMarkRowsTitle));
         int marked = 0;
         for (int r = 1; r <= 6; ++r)
             marked += Grids::LbxInput().CellText(r, InCol::FTag) == u"_#-->";
@@ -251,6 +308,36 @@ private slots:
         QVERIFY(!Lit("lblTab1_Seq(1)"));
         QTRY_VERIFY_WITH_TIMEOUT(!Media().IsOpen(), 3500); // the end, without AutoPlay: closed
         QCOMPARE(Find<QLabel>("lblTab1_WinampTime")->text(), QStringLiteral("00:00 / 00:00 / 00:00"));
+    }
+
+    // The tab during a run fits a 1280x800 screen in both languages, the sign buttons
+    // included. With QLT_SHOT_DIR set, a picture of the window is written there.
+    void runControlsFitSmallScreen() {
+        for (int i = 1; i <= 3; ++i)
+            AddSong(QStringLiteral("fit %1.wav").arg(i), -1);
+        W().resize(1280, 800);
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_AutoPlay"), Qt::LeftButton);
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_UseSequenztime"), Qt::LeftButton);
+        for (int language : {3, kLanguageEnglish}) {
+            SetLanguageColumn(language);
+            W().LanguageChanged();
+            ShowPlayerTab();
+            QTest::qWait(50);
+            const QString dir = qEnvironmentVariable("QLT_SHOT_DIR");
+            if (!dir.isEmpty())
+                W().grab().save(QStringLiteral("%1/player_%2.png").arg(dir).arg(language));
+            const QSize min = W().minimumSizeHint();
+            QVERIFY2(min.width() <= 1280 && min.height() <= 800,
+                     qPrintable(QStringLiteral("%1x%2").arg(min.width()).arg(min.height())));
+            for (const char* name : {"btnTab1_Sign(0)", "btnTab1_Sign(9)", "btnTab1_SetFTagActRow",
+                                     "btnTab1_SkipPlus", "btnTab1_Random"}) {
+                auto* w = Find<QWidget>(name);
+                QVERIFY2(w->isVisible(), name);
+                const QRect r(w->mapTo(&W(), QPoint(0, 0)), w->size());
+                QVERIFY2(QRect(QPoint(0, 0), W().size()).contains(r), name);
+            }
+        }
+        QTest::mouseClick(Find<QCheckBox>("chbTab1_AutoPlay"), Qt::LeftButton);
     }
 
     void closingTheProgramClosesTheDevice() {

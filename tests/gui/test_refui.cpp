@@ -3,14 +3,26 @@
 // and compared with the data list, all by the controls a user presses.
 
 #include "ListWindowFixture.h"
+#include "TagTestUtil.h"
 #include "app/DataGridView.h"
+#include "app/FrmShowColumnRef.h"
 #include "app/InputDataPage.h"
 #include "app/RefPanel.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
 #include "list/Marks.h"
 #include "ref/RefColumns.h"
 #include "ref/modRef.h"
+#include "tag/TagEngine.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QSettings>
+#include <QTableView>
+#include <QTimer>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -35,6 +47,16 @@ class TestRefUi : public QObject {
     static void CopyToRef(GuiProgram& g) {
         Control<QRadioButton>(g.window.get(), "optTab1_CopyToReflist")->setChecked(true);
         Click(g, "btnTab1_Sub2_1_OK");
+    }
+    // The sample rows, quiet, all of them copied to the reference list.
+    static bool StartWithRefList(GuiProgram& g) {
+        if (!g.Start())
+            return false;
+        FillSampleRows();
+        Control<QCheckBox>(g.window.get(), "chbTab1_NoMsg")->setChecked(true);
+        Grids::LbxInput().SelectAll();
+        CopyToRef(g);
+        return true;
     }
     static void FileAction(GuiProgram& g, int item) {
         auto* box = Control<QComboBox>(g.window.get(), "btnTab1_HandleFileInput");
@@ -90,11 +112,7 @@ private slots:
 
     void saveLoadCheckAndMatch() {
         GuiProgram g;
-        QVERIFY(g.Start());
-        FillSampleRows();
-        Control<QCheckBox>(g.window.get(), "chbTab1_NoMsg")->setChecked(true);
-        Grids::LbxInput().SelectAll();
-        CopyToRef(g);
+        QVERIFY(StartWithRefList(g));
         DataGrid& ref = Grids::LbxRef();
         auto* panel = g.window->findChild<RefPanel*>();
         QTemporaryDir dir;
@@ -131,15 +149,219 @@ private slots:
         QVERIFY(!QFile::exists(chosen));
     }
 
+    // The file of the current data row replaces the reference row's file and back, by
+    // the button and its options.
+    void replaceByTheButton() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QTemporaryDir dir;
+        const QString data = dir.filePath(QStringLiteral("data")),
+                      refs = dir.filePath(QStringLiteral("refs"));
+        QDir().mkpath(data);
+        QDir().mkpath(refs);
+        const QString newSong =
+            tagtest::CopyFixture(QStringLiteral("tone.mp3"), data, QStringLiteral("new.mp3"));
+        const QString oldSong =
+            tagtest::CopyFixture(QStringLiteral("tone.mp3"), refs, QStringLiteral("old.mp3"));
+        {
+            TagEngine e;
+            QVERIFY(e.OpenFile(oldSong) == 1);
+            e.SetV2Title(QStringLiteral("Old title"));
+            QVERIFY(e.SaveV2(oldSong));
+        }
+        DataGrid& input = Grids::LbxInput();
+        QStringList cells(InCol::Count);
+        cells[InCol::FileName - 1] = QStringLiteral("new.mp3");
+        cells[InCol::Path - 1] = data;
+        cells[InCol::Type - 1] = QStringLiteral("MP3");
+        cells[InCol::DurationS - 1] = QStringLiteral("3");
+        input.AddRow(cells);
+        DataGrid& ref = Grids::LbxRef();
+        ref.AddRow({QString(), QString(), Caption(CapStatusMissing), QStringLiteral("old.mp3"), QString(),
+                    QString(), QStringLiteral("OGG"), refs, QStringLiteral("9"), QString(), QString(),
+                    QString(), QString(), QString(), QString(), QString()});
+        Click(g, "btnTab1_ToggleRef");
+        InputDataPage::SelectSubTab(Control<QTabWidget>(g.window.get(), "TabInput1_Sub1"), SubTab::Compare);
+
+        // No current rows yet: the guard.
+        input.SetCurRow(0);
+        ref.SetCurRow(0);
+        Click(g, "btnTab1_RefOK");
+        QCOMPARE(g.prompt.LastText(), Caption(CapRefNeedsBothRows));
+
+        input.SetCurRow(1);
+        ref.SetCurRow(1);
+        Click(g, "optTab1_D_R");
+        Click(g, "chbTab1_KeepFilename");
+        Click(g, "chbTab1_KeepTags");
+        Click(g, "btnTab1_RefOK");
+        QCOMPARE(g.prompt.LastText(), Caption(CapOneFileCopied));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(oldSong), 1);
+        QCOMPARE(e.V2Title(), QStringLiteral("Old title"));
+        QCOMPARE(ref.CellText(1, RefCol::TF), Caption(CapStatusFound));
+        QCOMPARE(ref.CellText(1, RefCol::Type), QStringLiteral("MP3"));
+        QCOMPARE(ref.CellText(1, RefCol::FileName), QStringLiteral("old.mp3"));
+
+        // And back: the reference's file into the data list's place, under its own name.
+        Click(g, "optTab1_R_D");
+        Click(g, "chbTab1_KeepFilename");
+        Click(g, "chbTab1_KeepTags");
+        Click(g, "btnTab1_RefOK");
+        QCOMPARE(g.prompt.LastText(), Caption(CapOneFileCopied));
+        QVERIFY(!QFile::exists(newSong));
+        QVERIFY(QFile::exists(data + QStringLiteral("/old.mp3")));
+        QCOMPARE(input.CellText(1, InCol::FileName), QStringLiteral("old.mp3"));
+
+        // The same file on both sides now? No: each side has its own. Two rows selected in
+        // one list are refused.
+        input.AddRow(cells);
+        input.SelectAll();
+        Click(g, "btnTab1_RefOK");
+        QVERIFY(g.prompt.LastText().contains(Caption(CapRefOneRowOnly)));
+    }
+
+    // Marks, found rows, the mark column and the export of the reference list.
+    void marksFoundAndExport() {
+        GuiProgram g;
+        QVERIFY(StartWithRefList(g));
+        DataGrid& ref = Grids::LbxRef();
+        QCOMPARE(ref.Rows(), 5);
+        ref.SetCellText(2, RefCol::TF, Caption(CapStatusMissing));
+        ref.SetCellText(4, RefCol::TF, Caption(CapStatusMissing));
+        InputDataPage::SelectSubTab(Control<QTabWidget>(g.window.get(), "TabInput1_Sub1"), SubTab::Compare);
+
+        Click(g, "btnTab1_RefHighlight_T");
+        QCOMPARE(ref.SelectedRows(), (std::vector<int>{1, 3, 5}));
+        // The sums of the selection under the list.
+        auto* sum = Control<QLabel>(g.window.get(), "lblTab1_TimeSizeMarkedRef");
+        QVERIFY2(sum->text().contains(u'3'), qPrintable(sum->text()));
+
+        ref.SetCellText(2, RefCol::FTag, QStringLiteral("x"));
+        ref.SetCellText(4, RefCol::FTag, QStringLiteral("x"));
+        QTest::keyClicks(Control<QLineEdit>(g.window.get(), "txtTab1_FTagRef"), QStringLiteral("x"));
+        Click(g, "btnTab1_RefFTagBlue");
+        QCOMPARE(ref.SelectedRows(), (std::vector<int>{2, 4}));
+        g.prompt.answers = {true};
+        Click(g, "btnTab1_RemoveRefFtag");
+        QVERIFY(ref.CellText(2, RefCol::FTag).isEmpty());
+        QVERIFY(ref.CellText(4, RefCol::FTag).isEmpty());
+
+        auto* markColumn = Control<QCheckBox>(g.window.get(), "chbTab1_RefFTag");
+        QVERIFY(markColumn->isChecked());
+        Click(g, "chbTab1_RefFTag");
+        QVERIFY(!ref.Column(RefCol::FTag).visible);
+        Click(g, "chbTab1_RefFTag");
+        QVERIFY(ref.Column(RefCol::FTag).visible);
+
+        auto* panel = g.window->findChild<RefPanel*>();
+        QTemporaryDir dir;
+        QString startSeen;
+        for (const char* ext : {"xls", "txt", "csv", "xml", "htm"}) {
+            const QString path = dir.filePath(QStringLiteral("ref.") + QLatin1String(ext));
+            panel->chooseExportFile = [&startSeen, path](const QString& start) {
+                startSeen = start;
+                return path;
+            };
+            Click(g, "btnTab1_RefExport");
+            QVERIFY2(QFileInfo(path).size() > 0, ext);
+        }
+        QCOMPARE(Setting(Ini::PathRefExport, 2), dir.path());
+        // The next export starts in the remembered folder.
+        Click(g, "btnTab1_RefExport");
+        QCOMPARE(startSeen, dir.path());
+        // An empty list is not exported.
+        ref.Clear();
+        g.prompt.shown.clear();
+        Click(g, "btnTab1_RefExport");
+        QCOMPARE(g.prompt.LastText(), Caption(CapListEmpty));
+    }
+
+    // Find with chbTab1_Find(2) searches the reference list and leaves the data list alone.
+    void findInTheReferenceList() {
+        GuiProgram g;
+        QVERIFY(StartWithRefList(g));
+        auto* inRef = Control<QCheckBox>(g.window.get(), "chbTab1_Find(2)");
+        QVERIFY(inRef->isEnabled());
+        inRef->click();
+        auto* box = Control<QComboBox>(g.window.get(), "cmbTab1_Find");
+        box->setCurrentText(QString());
+        QTest::keyClicks(box->lineEdit(), QStringLiteral("help"));
+        Control<QPushButton>(g.window.get(), "btnTab1_M_Find")->click();
+        DataGrid& ref = Grids::LbxRef();
+        int marked = 0;
+        for (int r = 1; r <= ref.Rows(); ++r)
+            marked += !ref.CellText(r, RefCol::FTag).isEmpty();
+        QCOMPARE(marked, 2); // Help and Helpless
+        QCOMPARE(RowsWithMark(Mark::Found), 0);
+    }
+
+    // The column window from the list's menu; the saved choice comes back at the next start.
+    void columnWindowAndStartPattern() {
+        {
+            GuiProgram g;
+            QVERIFY(g.Start());
+            Click(g, "btnTab1_ToggleRef");
+            g.window->resize(1280, 800);
+            g.window->show();
+            QVERIFY(QTest::qWaitForWindowExposed(g.window.get()));
+            auto* table = Control<DataGridView>(g.window.get(), "LbxRef")->table();
+            bool chosen = false;
+            QTimer::singleShot(100, [&] {
+                if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+                    for (QAction* a : menu->actions())
+                        if (a->objectName() == QLatin1String("ColsFrm")) {
+                            chosen = true;
+                            menu->setActiveAction(a);
+                            QTest::keyClick(menu, Qt::Key_Return);
+                        }
+                }
+            });
+            const QPoint at = table->viewport()->rect().center();
+            QContextMenuEvent event(QContextMenuEvent::Mouse, at, table->viewport()->mapToGlobal(at));
+            QApplication::sendEvent(table->viewport(), &event);
+            QVERIFY(chosen);
+            auto* w = g.window->findChild<FrmShowColumnRef*>();
+            QVERIFY(w && w->isVisible());
+            auto* box = Control<QCheckBox>(w, "chbColRef(0)");
+            QVERIFY(box->isChecked());
+            QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(5, box->height() / 2));
+            QVERIFY(!Grids::LbxRef().Column(RefCol::Remark).visible);
+            QTest::mouseClick(Control<QPushButton>(w, "btnShowColRef_Save"), Qt::LeftButton);
+            QCOMPARE(Setting(Ini::ShowColumnRefPattern, 1).left(4), QStringLiteral("0111"));
+        }
+        GuiProgram g;
+        QVERIFY(g.Start({{{Ini::ShowColumnRefPattern, 1}, QStringLiteral("1011111111111111")}}));
+        QVERIFY(Grids::LbxRef().Column(RefCol::Remark).visible);
+        QVERIFY(!Grids::LbxRef().Column(RefCol::FTag).visible);
+        // The box of the mark column follows the pattern.
+        QVERIFY(!Control<QCheckBox>(g.window.get(), "chbTab1_RefFTag")->isChecked());
+    }
+
+    // The widths the user gave the columns of LbxRef come back at the next start.
+    void columnWidthsPerUser() {
+        int width = 0;
+        {
+            GuiProgram g;
+            QVERIFY(g.Start());
+            auto* header = Control<DataGridView>(g.window.get(), "LbxRef")->table()->horizontalHeader();
+            header->resizeSection(RefCol::FileName - 1, 333);
+            width = header->sectionSize(RefCol::FileName - 1);
+            g.window->findChild<RefPanel*>()->SaveColumnWidths();
+        }
+        GuiProgram g;
+        QVERIFY(g.Start());
+        auto* header = Control<DataGridView>(g.window.get(), "LbxRef")->table()->horizontalHeader();
+        QCOMPARE(header->sectionSize(RefCol::FileName - 1), width);
+        QSettings(QStringLiteral("Quillotune"), QStringLiteral("Quillotune"))
+            .remove(QStringLiteral("LbxRef"));
+    }
+
     // Both lists shown: the window still fits a 1280x800 screen, in both languages.
     // With QLT_SHOT_DIR set, a picture of the window is written there for each language.
     void bothListsFitSmallScreen() {
         GuiProgram g;
-        QVERIFY(g.Start());
-        FillSampleRows();
-        Control<QCheckBox>(g.window.get(), "chbTab1_NoMsg")->setChecked(true);
-        Grids::LbxInput().SelectAll();
-        CopyToRef(g);
+        QVERIFY(StartWithRefList(g));
         g.window->resize(1280, 800);
         g.window->show();
         QVERIFY(QTest::qWaitForWindowExposed(g.window.get()));
