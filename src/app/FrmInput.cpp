@@ -206,6 +206,7 @@ void FrmInput::ApplySettings() {
     ApplyStartupPatterns(Settings(), Grids::LbxInput(), Grids::LbxRef());
     frmPreferences->ApplySettings();
     frmPlaylist->ApplySettings();
+    frmPictures->ApplySettings();
 }
 
 StartCheck FrmInput::FormLoad(Prompt& prompt) {
@@ -217,6 +218,7 @@ void FrmInput::SetGridHeaders() {
     refPanel->SetColumnCaptions();
     SetCaptionTableHeaders();
     frmPlaylist->SetGridHeaders();
+    frmPictures->SetGridHeaders();
 }
 
 void FrmInput::LanguageChanged() {

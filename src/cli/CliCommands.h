@@ -12,6 +12,7 @@ int RunPlaylist(const QStringList& args); // cmd_playlist.cpp
 int RunRename(const QStringList& args);   // cmd_rename.cpp
 int RunUndo(const QStringList& args);     // cmd_rename.cpp
 int RunRef(const QStringList& args);      // cmd_ref.cpp
+int RunPictures(const QStringList& args); // cmd_pictures.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.

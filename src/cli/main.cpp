@@ -29,6 +29,8 @@ const Command kCommands[] = {
     {"undo", "undo [--json]", "put back the names of the last rename batch of this tool", RunUndo},
     {"ref", "ref FILE.ref [--json|--check|--match FILE.data] | ref --from FILE.data --save FILE.ref",
      "print, build, check or match a reference list", RunRef},
+    {"pictures", "pictures SONG... [--json|--export DIR] | pictures --add SONG PICTURE | --remove SONG N|all",
+     "list, export, add or remove the pictures inside songs", RunPictures},
 };
 
 void PrintHelp() {

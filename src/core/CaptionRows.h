@@ -14,6 +14,7 @@
 #include "core/Captions.h"
 
 // clang-format off
+constexpr CaptionRow CapHeaderFileName = 3; // "File name"
 constexpr CaptionRow CapQuitQuestion = 60; // "Do you want to close the program?"
 constexpr CaptionRow CapCaptionsSaveQuestion = 81; // "The texts have been changed. Do you want to save..."
 constexpr CaptionRow CapColumnChoiceSaved = 82; // "The choice of columns has been saved."
@@ -379,6 +380,7 @@ constexpr CaptionRow CapLocateFileTitle = 1287; // "Locate missing file"
 constexpr CaptionRow CapNoExternalProgram = 1296; // "No external program is set for this key."
 constexpr CaptionRow CapNoDoubleGroups = 1300; // "The list holds no groups of doubles at its top. Pleas..."
 constexpr CaptionRow CapClearFieldQuestion = 1310; // "The text is empty. Do you want to clear the field..."
+constexpr CaptionRow CapPicNotShown = 1315; // "The picture cannot be shown:"
 constexpr CaptionRow CapEntriesRepaired = 1324; // "Missing entries have been repaired."
 constexpr CaptionRow CapCutPositionsOrder = 1325; // "The first position must not lie behind the second."
 constexpr CaptionRow CapCutTitle = 1327; // "Cut characters"
