@@ -66,7 +66,7 @@ constexpr int kThumbDefaultWidth = 120, kThumbDefaultHeight = 90;
 } // namespace
 
 FrmPictures::FrmPictures(QWidget* parent, Prompt* prompt)
-    : AreaPage(QStringLiteral("FrmPictures"), parent, false), m_prompt(prompt), m_intern(new DataGrid(this)) {
+    : AreaPage(QStringLiteral("FrmPictures"), parent), m_prompt(prompt), m_intern(new DataGrid(this)) {
     m_intern->setObjectName(QStringLiteral("LbxPic_Intern"));
     DefineExternPictureColumns(Grids::LbxPic_Extern());
     DefineEmbeddedPictureColumns(*m_intern);
@@ -318,7 +318,9 @@ QWidget* FrmPictures::buildThumbTab() {
     lay->addWidget(m_thumbs, 1);
     auto* row = new QHBoxLayout;
     row->addWidget(button("btnPic_ShowThumbnail", page));
-    row->addWidget(check("chbPic_ShowThumbnailAll", page));
+    QCheckBox* all = check("chbPic_ShowThumbnailAll", page);
+    all->setChecked(true); // all rows; off: the highlighted ones
+    row->addWidget(all);
     row->addStretch(1);
     lay->addLayout(row);
     auto* sizes = new QGridLayout;
@@ -481,7 +483,7 @@ QString FrmPictures::listTitle() const {
     if (head.isEmpty())
         head = Setting(Ini::PathPictures2, Ini::Col2);
     if (head.isEmpty())
-        head = UiText(QStringLiteral("SSTabPic_Files"), QStringLiteral("tab:0"));
+        head = m_filesTabs->tabText(0);
     return head + QStringLiteral("  (") + QString::number(list.Rows()) + u')';
 }
 

@@ -347,7 +347,9 @@ void FrmPictures::cmdExport() {
         return;
     const QString preset = Setting(Ini::PresetPathExport, Ini::Col1);
     const QString start = ExportStartFolder(Settings(), preset, ExportFolders::PictureList);
-    const QString name = PictureListExportName(listTitle());
+    QString name = PictureListExportName(listTitle());
+    if (name.contains(u'/')) // a folder in the title: its last part names the file
+        name = QStringLiteral("Export ") + name.mid(name.lastIndexOf(u'/') + 1);
     const QString path = chooseSaveFile(
         Caption(CapExportTitle), (start.isEmpty() ? QString() : start + u'/') + name, ExportFilterString());
     if (path.isEmpty())

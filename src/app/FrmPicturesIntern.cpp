@@ -33,6 +33,7 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QTabWidget>
 #include <QTableView>
@@ -347,6 +348,7 @@ void FrmPictures::stepThumbSize(bool width, int delta) {
 
 void FrmPictures::refreshThumbnails() {
     m_loader->Cancel();
+    const QSignalBlocker quiet(m_thumbs); // refilling shows no picture
     m_thumbs->clear();
     m_thumbPaths.clear();
     m_thumbRows.clear();

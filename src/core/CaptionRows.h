@@ -14,7 +14,6 @@
 #include "core/Captions.h"
 
 // clang-format off
-constexpr CaptionRow CapHeaderFileName = 3; // "File name"
 constexpr CaptionRow CapQuitQuestion = 60; // "Do you want to close the program?"
 constexpr CaptionRow CapCaptionsSaveQuestion = 81; // "The texts have been changed. Do you want to save..."
 constexpr CaptionRow CapColumnChoiceSaved = 82; // "The choice of columns has been saved."
@@ -176,6 +175,7 @@ constexpr CaptionRow CapPatternDefault = 781; // "Pattern " (joined)
 constexpr CaptionRow CapNoPatternSlot = 782; // "Please choose a slot for the pattern first."
 constexpr CaptionRow CapCopyTargetTitle = 783; // "Choose the folder to copy to"
 constexpr CaptionRow CapMoveTargetTitle = 784; // "Choose the folder to move to"
+constexpr CaptionRow CapPictureTypeName0 = 785; // "Other picture": the ID3v2 picture types 0 to 14 follow
 constexpr CaptionRow CapPictureTypesCaption = 802; // "Picture types"
 constexpr CaptionRow CapPictureTypeHeader = 803; // "Picture type"
 constexpr CaptionRow CapOneFileDeleted = 809; // "The file has been deleted."
@@ -381,6 +381,7 @@ constexpr CaptionRow CapNoExternalProgram = 1296; // "No external program is set
 constexpr CaptionRow CapNoDoubleGroups = 1300; // "The list holds no groups of doubles at its top. Pleas..."
 constexpr CaptionRow CapClearFieldQuestion = 1310; // "The text is empty. Do you want to clear the field..."
 constexpr CaptionRow CapPicNotShown = 1315; // "The picture cannot be shown:"
+constexpr CaptionRow CapPictureTypeName15 = 1316; // "During performance": types 15 to 20 follow
 constexpr CaptionRow CapEntriesRepaired = 1324; // "Missing entries have been repaired."
 constexpr CaptionRow CapCutPositionsOrder = 1325; // "The first position must not lie behind the second."
 constexpr CaptionRow CapCutTitle = 1327; // "Cut characters"

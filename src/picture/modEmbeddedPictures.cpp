@@ -67,8 +67,15 @@ int PictureTypeCount() {
 QString PictureTypeName(int type) {
     if (type < 0 || type >= PictureTypeCount())
         return QString();
+    // A name the user gave stands; the published (English) name is shown in the
+    // program's language.
+    const QString published = QString::fromLatin1(kTypeNames[type]);
     const QString name = Setting(Ini::PictureTypeFirst + type, Ini::PictureTypeCol);
-    return name.isEmpty() ? QString::fromLatin1(kTypeNames[type]) : name;
+    if (!name.isEmpty() && name != published)
+        return name;
+    const QString translated =
+        Caption(type < 15 ? CapPictureTypeName0 + type : CapPictureTypeName15 + type - 15);
+    return translated.isEmpty() ? published : translated;
 }
 
 QString PictureMimeForFile(const QString& picturePath) {
@@ -113,7 +120,7 @@ void DefineEmbeddedPictureColumns(DataGrid& list) {
 }
 
 void SetEmbeddedPictureCaptions(DataGrid& list) {
-    const CaptionRow rows[IPicCol::Count] = {CapHeaderEmbedded,    CapHeaderLinked,      CapHeaderFileName,
+    const CaptionRow rows[IPicCol::Count] = {CapHeaderEmbedded,    CapHeaderLinked,      CapHeaderSong,
                                              CapHeaderDescription, CapPictureTypeHeader, CapHeaderMimeLink,
                                              CapHeaderPath};
     for (int c = 1; c <= IPicCol::Count && c <= list.Cols(); ++c)

@@ -246,6 +246,27 @@ private slots:
         p->findChild<QAction*>(QStringLiteral("mnuPic_RemoveLinkToSong"))->trigger();
         QCOMPARE(links.Rows(), 0);
         QVERIFY(list.CellText(2, PicCol::Song).isEmpty());
+        // the shown picture into a song, as a link: the frame and the link list's song
+        QTest::mouseClick(Control<QCheckBox>(p, "chbPic_iPicAsLink"), Qt::LeftButton);
+        QTest::keyClicks(Control<QLineEdit>(p, "txtPic_Description"), QStringLiteral("Sleeve"));
+        Click(p, "btnPic_SaveExternAsiPic");
+        TagEngine e;
+        QVERIFY(e.OpenFile(song) != 0);
+        QCOMPARE(e.PictureCount(), 1);
+        QCOMPARE(e.PictureMime(1), QStringLiteral("-->") + folder + QStringLiteral("/b.png"));
+        QCOMPARE(e.PictureDescription(1), QStringLiteral("Sleeve"));
+        QCOMPARE(e.PictureType(1), 3);
+        QCOMPARE(links.CellText(1, LinkCol::Song), song);
+        // the export of the list, named after its title
+        QString offered;
+        const QString exported = dir.path() + QStringLiteral("/pictures.txt");
+        p->chooseSaveFile = [&](const QString&, const QString& start, const QString&) {
+            offered = start;
+            return exported;
+        };
+        Click(p, "btnPic_ExportLbxExtern");
+        QVERIFY2(offered.endsWith(QStringLiteral("Export search")), qPrintable(offered));
+        QVERIFY(tagtest::ReadAll(exported).contains("A.JPG"));
         // the closing asks about the unsaved links
         g.prompt.answers = {true, false};
         int asked = 0;
