@@ -153,26 +153,35 @@ void Search(const QString& folder) {
         if (!QFile::exists(p))
             QFile::copy(withCover, p);
     }
-    QStringList paths;
-    int count = 0;
-    QElapsedTimer t;
-    t.start();
-    FindFiles(folder, QStringLiteral("*"), paths, true, count);
-    DataGrid pics;
-    DefineEmbeddedPictureColumns(pics);
-    EmbeddedSearch how;
-    SearchEmbeddedPictures(pics, engine, paths, how);
-    const double search = Seconds(t);
-    DataGrid input;
-    EnsureInputColumns(input);
-    ScanOptions o;
-    o.subFolders = true;
-    t.restart();
-    ScanFolder(input, folder, o, engine);
-    const double scan = Seconds(t);
-    std::printf("embedded-picture search     %8.3f s  (%d rows)\n", search, pics.Rows());
-    std::printf("folder scan of the data list%8.3f s  (%d rows)   search / scan = %.2f\n", scan, input.Rows(),
-                scan > 0 ? search / scan : 0.0);
+    // Both read the same 10,000 files; each runs twice in turn, so that neither pays
+    // alone for a cold file cache or a busy moment of the machine.
+    auto search = [&] {
+        QStringList paths;
+        int count = 0;
+        QElapsedTimer t;
+        t.start();
+        FindFiles(folder, QStringLiteral("*"), paths, true, count);
+        DataGrid pics;
+        DefineEmbeddedPictureColumns(pics);
+        EmbeddedSearch how;
+        SearchEmbeddedPictures(pics, engine, paths, how);
+        std::printf("embedded-picture search      %8.3f s  (%d rows)\n", Seconds(t), pics.Rows());
+        return Seconds(t);
+    };
+    auto scan = [&] {
+        DataGrid input;
+        EnsureInputColumns(input);
+        ScanOptions o;
+        o.subFolders = true;
+        QElapsedTimer t;
+        t.start();
+        ScanFolder(input, folder, o, engine);
+        std::printf("folder scan of the data list %8.3f s  (%d rows)\n", Seconds(t), input.Rows());
+        return Seconds(t);
+    };
+    const double s1 = search(), c1 = scan(), s2 = search(), c2 = scan();
+    const double best = std::min(s1, s2), bestScan = std::min(c1, c2);
+    std::printf("search / scan (best of two each) = %.2f\n", bestScan > 0 ? best / bestScan : 0.0);
 }
 
 } // namespace
