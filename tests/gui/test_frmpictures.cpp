@@ -220,6 +220,12 @@ private slots:
         QCOMPARE(Control<QLabel>(p, "lblPic_Zoom")->text(), QStringLiteral("Zoom -10%"));
         Click(p, "btnPic_Zoom_0");
         QCOMPARE(Control<QLabel>(p, "lblPic_Zoom")->text(), QStringLiteral("Zoom 0%"));
+        // the shown picture saved in another format, by the ending chosen
+        const QString saved = dir.path() + QStringLiteral("/saved.bmp");
+        p->chooseSaveFile = [&](const QString&, const QString&, const QString&) { return saved; };
+        Click(p, "btnPic_SavePicAsBMP");
+        QCOMPARE(QImage(saved).size(), QSize(300, 150));
+        QVERIFY(tagtest::ReadAll(saved).startsWith("BM"));
         // the broken picture gives the failure text and the placeholder
         ClickRow(p->findChild<DataGridView*>(QStringLiteral("LbxPic_Extern")), 3);
         QCOMPARE(list.CurRow(), 3);
