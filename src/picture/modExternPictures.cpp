@@ -269,24 +269,28 @@ QString ReadLinkedText(const QString& path) {
     return lines.join(QLatin1String("\r\n"));
 }
 
-void LinkTextToPicture(PictureEnv& env, int row, const QString& textPath) {
+namespace {
+// The cells of one link of a row (name, folder, status) and its column in the link list.
+void SetRowLink(PictureEnv& env, int row, const QString& path, int nameCol, int folderCol, int statusCol,
+                const QString& status, int linkCol) {
     QString folder, name;
-    SplitPath(textPath, folder, name);
-    env.list.SetCellText(row, PicCol::Textfile, name);
-    env.list.SetCellText(row, PicCol::PathTxt, folder);
-    env.list.SetCellText(row, PicCol::HasTextlink, Caption(CapStatusFound));
-    SetPictureLink(env.links, RowPicturePath(env.list, row), LinkCol::Text, textPath);
+    SplitPath(path, folder, name);
+    env.list.SetCellText(row, nameCol, name);
+    env.list.SetCellText(row, folderCol, folder);
+    env.list.SetCellText(row, statusCol, status);
+    SetPictureLink(env.links, RowPicturePath(env.list, row), linkCol, path);
     env.list.Tag = QStringLiteral("changes");
+}
+} // namespace
+
+void LinkTextToPicture(PictureEnv& env, int row, const QString& textPath) {
+    SetRowLink(env, row, textPath, PicCol::Textfile, PicCol::PathTxt, PicCol::HasTextlink,
+               Caption(CapStatusFound), LinkCol::Text);
 }
 
 void LinkSongToPicture(PictureEnv& env, int row, const QString& songPath) {
-    QString folder, name;
-    SplitPath(songPath, folder, name);
-    env.list.SetCellText(row, PicCol::Song, name);
-    env.list.SetCellText(row, PicCol::PathSong, folder);
-    env.list.SetCellText(row, PicCol::HasAudioLink, LinkStatusText(songPath));
-    SetPictureLink(env.links, RowPicturePath(env.list, row), LinkCol::Song, songPath);
-    env.list.Tag = QStringLiteral("changes");
+    SetRowLink(env, row, songPath, PicCol::Song, PicCol::PathSong, PicCol::HasAudioLink,
+               LinkStatusText(songPath), LinkCol::Song);
 }
 
 void RemovePictureLinks(PictureEnv& env, int row, bool text, bool song) {
