@@ -3,7 +3,7 @@
 set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config clang-format ccache
-  qt6-base-dev qt6-base-dev-tools libgl-dev qt6-translations-l10n
+  qt6-base-dev qt6-base-dev-tools libgl-dev qt6-translations-l10n qt6-image-formats-plugins
   libtag1-dev libmpv-dev
   python3 python3-mutagen python3-xlrd python3-olefile
   xvfb xauth fonts-dejavu-core

@@ -1,5 +1,6 @@
 // qlt-mkicons FOLDER: draws the pictures the program shows from the folder `icons` beside
-// it (the loudspeaker of the player's volume, on and muted) and writes them as .ico files.
+// it (the loudspeaker of the player's volume, on and muted, as .ico files, and the
+// placeholder of the picture window, NoPicture.jpg).
 // They are drawn here in code, so the repository holds no binary pictures.
 #include <QDir>
 #include <QGuiApplication>
@@ -52,6 +53,38 @@ bool Write(const QString& path, bool on) {
     return true;
 }
 
+// "NoPicture.jpg": what the picture window shows in place of a picture that can't be
+// shown, a grey frame with a crossed-out landscape.
+bool WriteNoPicture(const QString& path) {
+    QImage img(320, 240, QImage::Format_RGB32);
+    img.fill(QColor(0xe8, 0xea, 0xed));
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing);
+    const QColor ink(0x9a, 0xa0, 0xa6);
+    p.setPen(QPen(ink, 6));
+    p.setBrush(Qt::NoBrush);
+    p.drawRoundedRect(QRectF(90, 60, 140, 110), 10, 10);
+    QPainterPath hills;
+    hills.moveTo(96, 160);
+    hills.lineTo(140, 110);
+    hills.lineTo(170, 140);
+    hills.lineTo(190, 120);
+    hills.lineTo(224, 160);
+    p.fillPath(hills, ink);
+    p.setBrush(ink);
+    p.drawEllipse(QPointF(192, 90), 12, 12);
+    p.setPen(QPen(QColor(0xc6, 0x28, 0x28), 8, Qt::SolidLine, Qt::RoundCap));
+    p.drawLine(QPointF(80, 190), QPointF(240, 40));
+    p.end();
+    QImageWriter w(path, "jpeg");
+    w.setQuality(90);
+    if (!w.write(img)) {
+        std::fprintf(stderr, "qlt-mkicons: %s: %s\n", qPrintable(path), qPrintable(w.errorString()));
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -67,6 +100,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     const bool ok = Write(folder + QStringLiteral("/VolOn.ico"), true) &&
-                    Write(folder + QStringLiteral("/VolOff.ico"), false);
+                    Write(folder + QStringLiteral("/VolOff.ico"), false) &&
+                    WriteNoPicture(folder + QStringLiteral("/NoPicture.jpg"));
     return ok ? 0 : 1;
 }

@@ -228,6 +228,7 @@ void FrmInput::ApplySettings() {
     frmPreferences->ApplySettings();
     frmPlaylist->ApplySettings();
     frmTexte->ApplySettings();
+    frmPictures->ApplySettings();
 }
 
 StartCheck FrmInput::FormLoad(Prompt& prompt) {
@@ -241,6 +242,7 @@ void FrmInput::SetGridHeaders() {
     frmPlaylist->SetGridHeaders();
     frmTexte->SetGridHeaders();
     frmSText->SetGridHeaders();
+    frmPictures->SetGridHeaders();
 }
 
 void FrmInput::LanguageChanged() {

@@ -3,11 +3,13 @@
 #include "app/DataGridView.h"
 #include "app/InputDataPage.h"
 #include "app/InputListEnv.h"
+#include "app/MessageBoxPrompt.h"
 #include "core/AppState.h"
 #include "core/DataGrid.h"
 #include "core/GlobalGrids.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "core/Startup.h"
 #include "list/InputColumns.h"
 #include "list/modDoubles.h"
 #include "list/modMarks.h"
@@ -213,6 +215,7 @@ MarksPanel::MarksPanel(InputDataPage* page, ListProgress* progress, QWidget* par
         WaitCursor wait;
         // The songs named in the picture link list, by full path.
         QSet<QString> linked;
+        EnsureLinkListLoaded(AppPrompt());
         const DataGrid& links = Grids::LbxPic_LinkToPic();
         if (links.Cols() >= kLinkSongCol)
             for (int r = 1; r <= links.Rows(); ++r)

@@ -34,6 +34,8 @@ const Command kCommands[] = {
      "list the lyric entries of a song (index, language, description, text)", RunLyrics},
     {"lrc", "lrc FILE.lrc|FILE.txt|SONG.mp3 [--json] | lrc --into SONG.mp3 FILE.lrc | lrc --remove SONG.mp3",
      "print the rows of a time-stamped text, or write or remove a song's \"lrc\" frame", RunLrc},
+    {"pictures", "pictures SONG... [--json|--export DIR] | pictures --add SONG PICTURE | --remove SONG N|all",
+     "list, export, add or remove the pictures inside songs", RunPictures},
 };
 
 void PrintHelp() {

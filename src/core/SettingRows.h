@@ -48,6 +48,7 @@ constexpr int ThumbnailWidth = 50, ThumbnailHeight = 51;
 constexpr int Picformat = 53; // chbPref_Picformat
 constexpr int PicPaneLayout1 = 54, PicPaneLayout2 = 59;
 constexpr int PicOnlyWithLink = 60, PicWithiPicOnly = 61;
+constexpr int PicFileTypes = 59; // file types of the picture search ("jpg;png;..."), column 1
 constexpr int PlaylistWithSubFolders = 62;
 constexpr int PlaylistFolderPreset = 63;
 constexpr int PlaylistFormat = 64; // 0 M3U, 1 M3U+PLS, 2 PLS
@@ -91,7 +92,9 @@ constexpr int TreeFolder = 86;    // drive and folder of the tree at the last cl
 constexpr int ActivePattern = 87; // index of the column pattern in use
 constexpr int SongtextLeft = 93, SongtextTop = 94, SongtextWidth = 95, SongtextHeight = 96;
 constexpr int PicExportFolder1 = 97, PicExportFolder2 = 98;
-constexpr int EmbeddedPicListOption = 99;
+constexpr int EmbeddedPicListOption = 99; // folder of the embedded-picture search
+constexpr int PicTextFolder = 39;         // where texts of pictures are saved
+constexpr int PicSongFolder = 65;         // folder of songs linked to pictures
 constexpr int RefListFile = 101;
 constexpr int Paperbin = 102;         // chbPref_Paperbin
 constexpr int TimeSizeData = 103;     // chbTab1_TimeSizeData

@@ -24,6 +24,7 @@ template <typename F> void Run(const F& f) {
 // message about a file that could not be read (shown once the window can show it).
 struct LinkListState {
     bool writable = true;
+    bool loaded = false;
     QString note;
 };
 LinkListState& LinkList() {
@@ -112,12 +113,26 @@ std::vector<LanguageEntry> GetLanguage() {
 void DefineSettingsLists() {
     DefineLinkList();
     DefineRatingList();
-    // The picture link list is rewritten at every close: load what stands on disk, so
-    // that a close never writes an empty list over it.
-    // A file that is there but can't be read is kept: it goes aside under a new name, and
-    // the close never writes an empty list over a file that was not loaded.
-    const QString links = LinkListFilePath();
+    // The picture link list comes in when the picture window first loads (or when the
+    // close needs it), see EnsureLinkListLoaded.
     LinkList() = {};
+}
+
+bool SaveLinkList() {
+    if (!LinkList().writable)
+        return false;
+    return Grids::LbxPic_LinkToPic().SaveFile(LinkListFilePath());
+}
+
+void EnsureLinkListLoaded(Prompt& prompt) {
+    if (LinkList().loaded)
+        return;
+    LinkList().loaded = true;
+    // The link list is rewritten at every close: load what stands on disk, so that a
+    // close never writes an empty list over it. A file that is there but can't be read
+    // is kept: it goes aside under a new name, and the close never writes an empty list
+    // over a file that was not loaded.
+    const QString links = LinkListFilePath();
     if (!QFileInfo::exists(links) || Grids::LbxPic_LinkToPic().LoadFile(links))
         return;
     QString aside = links + QStringLiteral(".unreadable");
@@ -128,6 +143,7 @@ void DefineSettingsLists() {
     LinkList().note = Caption(CapReadFailed) + QStringLiteral("\n") + QDir::toNativeSeparators(links);
     if (moved)
         LinkList().note += QStringLiteral("\n-> ") + QDir::toNativeSeparators(aside);
+    prompt.Tell(LinkList().note, Prompt::Icon::Warning);
 }
 
 void ApplySettingsDefaults() {
@@ -146,8 +162,6 @@ StartCheck StartProgram(Prompt& prompt, const StartupSteps& s) {
     SetCaptionTableHeaders(); // step 4: headers in the language now chosen
     Run(s.selectFirstMainTab);
     DefineSettingsLists();
-    if (!LinkList().note.isEmpty())
-        prompt.Tell(LinkList().note, Prompt::Icon::Warning);
     Run(s.defineGrids);
     if (!State().SuppressEvents)
         Run(s.setCaptions);
@@ -201,6 +215,7 @@ bool QuitProgram(int& alreadyAsked, int force, Prompt& prompt, const QuitSteps& 
 
     Guarded([] { WriteLinkListToSettings(); });
     Guarded([] { SaveSettings(); });
+    Guarded([&] { EnsureLinkListLoaded(prompt); });
     Guarded([&] {
         if (SettingOn(Ini::PurgeLinklist, Ini::Col1) && s.purgeLinkList)
             s.purgeLinkList();

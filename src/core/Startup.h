@@ -75,3 +75,9 @@ bool QuitProgram(int& alreadyAsked, int force, Prompt& prompt, const QuitSteps& 
 // their contents stay. Returns the number of files that could not be removed.
 int EmptyTempFolder();
 QString LinkListFilePath(); // lnkpic.qlt in the program folder
+// Loads lnkpic.qlt into LbxPic_LinkToPic once: when the picture window first loads, or
+// at the close. A file that can't be read goes aside (the prompt tells where) and is
+// never written over.
+void EnsureLinkListLoaded(Prompt& prompt);
+// Writes LbxPic_LinkToPic to lnkpic.qlt (never over a file that could not be loaded).
+bool SaveLinkList();

@@ -11,6 +11,7 @@
 #include "list/InputColumns.h"
 #include "list/Marks.h"
 #include "list/modListEnv.h"
+#include "picture/modEmbeddedPictures.h"
 #include "platform/PosixFile.h"
 #include "platform/Trash.h"
 #include "tag/TagEngine.h"
@@ -106,16 +107,8 @@ bool CopyLinkedFiles(TagEngine& engine, const QString& source, const QString& ta
                 CopyFile(linked, targetFolder + u'/', true);
             continue;
         }
-        // The format: what follows the "/" of the description, else of the mime type.
-        QString format = engine.PictureDescription(i).section(u'/', 1);
-        if (format.isEmpty())
-            format = mime.section(u'/', 1);
-        if (format.isEmpty() || format.contains(u'/'))
-            format = QStringLiteral("jpg");
-        if (format == u"jpeg")
-            format = QStringLiteral("jpg");
-        const QString temp = tempFolder + u'/' + base + u'_' +
-                             QStringLiteral("%1").arg(i, 2, 10, QLatin1Char('0')) + u'.' + format;
+        const QString temp =
+            tempFolder + u'/' + EmbeddedPictureFileName(base, i, engine.PictureDescription(i), mime);
         QDir().mkpath(tempFolder);
         if (engine.ExportPicture(i, temp) > 0) {
             temps << temp;

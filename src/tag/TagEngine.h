@@ -292,6 +292,7 @@ public:
     QString PictureMime(int i) const;
     qint64 PictureSize(int i) const;                     // bytes of picture data
     int ExportPicture(int i, const QString& path) const; // writes the picture data to path
+    QByteArray PictureData(int i) const;                 // the picture data (empty for a link)
     // Puts the picture file at index i (count + 1 appends, an existing index is
     // replaced). An empty mime is taken from the file's contents; a link mime stores no
     // data and the path is not read.
