@@ -340,8 +340,8 @@ void FrmSText::updateState() {
         chbSText_PlaySynchonized->setEnabled(true);
         chbSText_PlaySynchonized->setChecked(true);
     }
-    // the scrolling window comes with a later version: its switch stays off
-    chbSText_PlayWithScrollList->setEnabled(false);
+    // the scrolling window plays a stamped text with its song
+    chbSText_PlayWithScrollList->setEnabled(bool(startScrollWindow) && chbSText_PlaySynchonized->isEnabled());
 }
 
 // ---- the time line -----------------------------------------------------------------------------

@@ -13,6 +13,7 @@ int RunRename(const QStringList& args);   // cmd_rename.cpp
 int RunUndo(const QStringList& args);     // cmd_rename.cpp
 int RunRef(const QStringList& args);      // cmd_ref.cpp
 int RunLrc(const QStringList& args);      // cmd_lrc.cpp
+int RunSkin(const QStringList& args);     // cmd_skin.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.

@@ -31,6 +31,8 @@ const Command kCommands[] = {
      "print, build, check or match a reference list", RunRef},
     {"lrc", "lrc FILE.lrc|FILE.txt|SONG.mp3 [--json] | lrc --into SONG.mp3 FILE.lrc | lrc --remove SONG.mp3",
      "print the rows of a time-stamped text, or write or remove a song's \"lrc\" frame", RunLrc},
+    {"skin", "skin FILE.scs [--json] | skin --write FILE.scs [--from FILE.scs] [NAME=VALUE...]",
+     "print the 33 values of a scrolling text skin, or write a skin from values", RunSkin},
 };
 
 void PrintHelp() {

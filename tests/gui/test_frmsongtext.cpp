@@ -1,0 +1,287 @@
+// The scrolling text window, driven as a user would: started from the editor by Play with
+// the scroll box ticked, rows stepping with the song, a click on a row, pause by the pause
+// field, the end of a song (a plain list, or the window closing), the menu entries, a new
+// skin, Escape; each of the five modes drawn offscreen and its row colours compared with
+// the skin's tables. The device is the scripted FakeMediaDevice.
+
+#include "GuiProgram.h"
+#include "TagTestUtil.h"
+#include "WavUtil.h"
+#include "app/FrmSText.h"
+#include "app/FrmSongtext.h"
+#include "app/ScrollTextView.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
+#include "core/DataGrid.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
+#include "player/FakeMediaDevice.h"
+#include "player/MediaDevice.h"
+#include "text/modSText.h"
+#include "text/modScrollText.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QMenu>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <QtTest>
+
+using namespace Scroll;
+
+class TestFrmSongtext : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<GuiProgram> m_prg;
+    FakeMediaDevice m_fake;
+    QString m_nextFile;
+
+    FrmSText& S() { return *m_prg->window->frmSText; }
+    FrmSongtext& W() { return *m_prg->window->frmSongtext; }
+    void Click(QWidget* root, const char* name) {
+        auto* b = root->findChild<QAbstractButton*>(QString::fromLatin1(name));
+        QVERIFY2(b, name);
+        QVERIFY2(b->isEnabled(), name);
+        if (qobject_cast<QCheckBox*>(b))
+            QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(6, b->height() / 2));
+        else
+            QTest::mouseClick(b, Qt::LeftButton);
+    }
+    QAction* Menu(const char* name) {
+        auto* a = W().mnuSongtext->findChild<QAction*>(QString::fromLatin1(name));
+        if (!a)
+            qWarning("no menu entry %s", name);
+        return a;
+    }
+    QString Write(const QString& name, const QByteArray& bytes) {
+        const QString path = m_dir.filePath(name);
+        tagtest::WriteAll(path, bytes);
+        return path;
+    }
+    // Opens an LRC in the editor, links a song and plays it in the scrolling window.
+    void StartWindow(const QByteArray& lrc, double seconds = 20) {
+        m_nextFile = Write(QStringLiteral("t.lrc"), lrc);
+        Click(&S(), "btnSText_OpenTxtLrC");
+        m_nextFile = m_dir.filePath(QStringLiteral("song.wav"));
+        WriteWav(m_nextFile, seconds);
+        Click(&S(), "btnSText_SetLinkToSong");
+        Click(&S(), "chbSText_PlayWithScrollList");
+        QVERIFY(S().chbSText_PlaySynchonized->isChecked());
+        Click(&S(), "MMCSText_Play");
+        QVERIFY(W().isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(&W()));
+    }
+    static ScrollSkin Skin(int mode) {
+        ScrollSkin k = DefaultScrollSkin();
+        k.Mode = mode;
+        k.FontName = QStringLiteral("DejaVu Sans");
+        k.FontSize = 14;
+        k.WindowBack = 0x202020;
+        k.ListBack = 0x402010;
+        k.ListFore = 0xE0E0E0;
+        k.ActBack = 0x30A0F0;
+        k.ActFore = 0x000000;
+        for (int i = 0; i < TableSize; ++i) {
+            k.BackTable[size_t(i)] = 0x100000 * (i + 1) + 0x40 + i * 8;
+            k.ForeTable[size_t(i)] = 0xFFFFFF - 0x000A0A * i;
+        }
+        return k;
+    }
+
+private slots:
+    void init() {
+        m_fake.log.clear();
+        m_fake.length = -1;
+        SetMedia(&m_fake);
+        m_prg = std::make_unique<GuiProgram>();
+        QVERIFY(m_prg->Start());
+        m_prg->window->resize(1280, 800);
+        m_prg->window->show();
+        m_prg->window->TabInput->setCurrentWidget(&S());
+        S().chooseOpenFile = [this](const QString&, const QString&, const QString&) { return m_nextFile; };
+        QVERIFY(QTest::qWaitForWindowExposed(m_prg->window.get()));
+    }
+    void cleanup() {
+        W().close();
+        m_fake.Close();
+        m_prg.reset();
+        SetMedia(nullptr);
+    }
+
+    void runsWithTheSong() {
+        StartWindow("[00:01.00]one\r\nno stamp\r\n[00:02.00]two\r\n[00:03.00]three\r\n");
+        QVERIFY(W().windowFlags() & Qt::FramelessWindowHint);
+        QCOMPARE(W().TimerSongtext_SyncTimer.interval(), 50);
+        QVERIFY(W().TimerSongtext_SyncTimer.isActive());
+        // only stamped lines, from row 6 on
+        QCOMPARE(W().List().CellText(6, ColText), QStringLiteral("one"));
+        QCOMPARE(W().List().CellText(7, ColText), QStringLiteral("two"));
+        QCOMPARE(W().CurRow(), 6); // from the editor: the first row with a time
+        QCOMPARE(W().lblSongtext_Pause->property("bgr").toInt(), PlayingColor);
+        // the editor's timers stay at rest while the window runs
+        QVERIFY(!S().TimerSText.isActive() && !S().TimerSText_SyncTimer.isActive());
+        m_fake.Advance(2000);
+        QTRY_COMPARE_WITH_TIMEOUT(W().CurRow(), 7, 1000);
+        QVERIFY(!S().TimerSText.isActive() && !S().TimerSText_SyncTimer.isActive());
+        QCOMPARE(W().View()->TopRow(), 2); // mode 3: act - 5
+        // a click on a row with a time plays from there
+        const int h = W().View()->RowHeight();
+        QTest::mouseClick(W().View(), Qt::LeftButton, {},
+                          QPoint(W().View()->width() / 2, (8 - 2) * h + h / 2));
+        QCOMPARE(W().CurRow(), 8);
+        QCOMPARE(m_fake.log.back(), QStringLiteral("play 3000"));
+        // a click on a blank row does nothing
+        QTest::mouseClick(W().View(), Qt::LeftButton, {}, QPoint(W().View()->width() / 2, h / 2));
+        QCOMPARE(W().CurRow(), 8);
+        // pause by the pause field, and back
+        QTest::mouseClick(W().lblSongtext_Pause, Qt::LeftButton);
+        QVERIFY(W().Paused);
+        QCOMPARE(W().lblSongtext_Pause->property("bgr").toInt(), PausedColor);
+        QVERIFY(S().lblSText_ColorPause->isVisible());
+        QVERIFY(!m_fake.Playing());
+        QTest::mouseClick(W().lblSongtext_Pause, Qt::LeftButton);
+        QVERIFY(!W().Paused && m_fake.Playing());
+        // Escape closes the window and stops the song
+        QTest::keyClick(&W(), Qt::Key_Escape);
+        QVERIFY(!W().isVisible());
+        QVERIFY(!m_fake.IsOpen());
+        QVERIFY(!Setting(Ini::SongtextLeft, Ini::Col2).isEmpty());
+        QCOMPARE(Setting(Ini::SongtextHeight, Ini::Col2).toInt(), W().height());
+    }
+
+    void endTurnsIntoPlainList() {
+        SetSettingOn(Ini::SongtextCloseWhenFinished, Ini::Col1, false);
+        StartWindow("[00:01.00]one\r\n[00:02.00]two\r\n[00:08.00]late\r\n", 10);
+        m_fake.Advance(2100);
+        QTRY_COMPARE_WITH_TIMEOUT(W().CurRow(), 7, 1000);
+        // within a second of the end with a row left: the song ends, the row isn't shown
+        m_fake.Advance(1000);
+        W().SongTotal = 4000;
+        QTRY_COMPARE_WITH_TIMEOUT(W().Tag, QString::fromLatin1(StaticTag), 1000);
+        QVERIFY(W().isVisible());
+        QVERIFY(W().View()->IsStatic());
+        QVERIFY(!W().TimerSongtext_SyncTimer.isActive());
+        QCOMPARE(W().CurRow(), 6);
+        // in the plain list a click does nothing
+        m_fake.log.clear();
+        const int h = W().View()->RowHeight();
+        QTest::mouseClick(W().View(), Qt::LeftButton, {}, QPoint(20, (7 - W().View()->TopRow()) * h + h / 2));
+        QCOMPARE(W().CurRow(), 6);
+        QVERIFY(m_fake.log.isEmpty());
+        W().Popup_ManageSongtext();
+        QVERIFY(!Menu("mnuSongtext_EditLrc")->isEnabled());
+    }
+
+    void closesWhenFinished() {
+        SetSettingOn(Ini::SongtextCloseWhenFinished, Ini::Col1, true);
+        StartWindow("[00:01.00]one\r\n");
+        m_fake.Close(); // the song stopped: position 0
+        QTRY_VERIFY_WITH_TIMEOUT(!W().isVisible(), 1000);
+    }
+
+    void menuEntries() {
+        StartWindow("[00:01.00]one\r\n[00:02.00]two\r\n");
+        W().Popup_ManageSongtext();
+        for (const char* name :
+             {"mnuSongtext_Pause", "mnuSongtext_NextSong", "mnuSongtext_EditLrc", "mnuSongtext_AlwaysOnTop",
+              "mnuSongtext_ShowTitle", "mnuSongtext_CloseWhenFinished", "mnuSongtext_NewDesign",
+              "mnuSongtext_Exit"}) {
+            QVERIFY2(Menu(name), name);
+            QVERIFY2(!Menu(name)->text().isEmpty(), name);
+        }
+        // show title
+        const bool title = SettingOn(Ini::SongtextShowTitle, Ini::Col1);
+        Menu("mnuSongtext_ShowTitle")->trigger();
+        QCOMPARE(SettingOn(Ini::SongtextShowTitle, Ini::Col1), !title);
+        QCOMPARE(W().lblSongtext_Title->text().isEmpty(), title);
+        // always on top
+        const bool top = SettingOn(Ini::SongtextAlwaysOnTop, Ini::Col1);
+        Menu("mnuSongtext_AlwaysOnTop")->trigger();
+        QCOMPARE(bool(W().windowFlags() & Qt::WindowStaysOnTopHint), !top);
+        // close when finished
+        const bool fin = SettingOn(Ini::SongtextCloseWhenFinished, Ini::Col1);
+        Menu("mnuSongtext_CloseWhenFinished")->trigger();
+        QCOMPARE(SettingOn(Ini::SongtextCloseWhenFinished, Ini::Col1), !fin);
+        // no next song
+        Menu("mnuSongtext_NextSong")->trigger();
+        QCOMPARE(m_prg->prompt.shown.back().text, Caption(CapNoNextSong));
+        // a new design from the skin folder
+        const QString skin = m_dir.filePath(QStringLiteral("x.scs"));
+        ScrollSkin k = Skin(1);
+        QVERIFY(SaveScrollSkin(skin, k, nullptr));
+        W().chooseSkin = [skin](const QString&) { return skin; };
+        Menu("mnuSongtext_NewDesign")->trigger();
+        QCOMPARE(Setting(Ini::ScrollSkin, Ini::Col2), skin);
+        QCOMPARE(W().View()->Skin().Mode, 1);
+        QCOMPARE(W().View()->VisibleRows(), 3);
+        // pause from the menu
+        Menu("mnuSongtext_Pause")->trigger();
+        QVERIFY(W().Paused);
+        // edit: the rows go back to the editor, the window closes
+        Menu("mnuSongtext_EditLrc")->trigger();
+        QVERIFY(!W().isVisible());
+        QCOMPARE(m_prg->window->TabInput->currentWidget(), &S());
+        QCOMPARE(Grids::LbxSText().CellText(3, SText::ColText), QStringLiteral("one"));
+        QCOMPARE(Grids::LbxSText().CellText(4, SText::ColMmss), QStringLiteral("00:02.00"));
+    }
+
+    void titleContrast() {
+        StartWindow("[00:01.00]one\r\n");
+        ScrollSkin k = Skin(3);
+        k.WindowBack = 0xFFFFFF;
+        W().ApplySkin(k);
+        QCOMPARE(W().lblSongtext_Title->palette().color(QPalette::WindowText), QColor(Qt::black));
+        k.WindowBack = 0x400000;
+        W().ApplySkin(k);
+        QCOMPARE(W().lblSongtext_Title->palette().color(QPalette::WindowText), QColor(Qt::white));
+    }
+
+    // Each mode drawn to an image: every row's back colour is the one of the skin's table,
+    // and a row whose words can be read has pixels in its text colour.
+    void fiveModesDrawn_data() {
+        QTest::addColumn<int>("mode");
+        for (int m = 0; m < Modes; ++m)
+            QTest::addRow("mode %d", m) << m;
+    }
+    void fiveModesDrawn() {
+        QFETCH(int, mode);
+        QString lrc;
+        for (int i = 0; i < 30; ++i)
+            lrc += QStringLiteral("[00:%1.00]Wordy line number %2\r\n")
+                       .arg(i + 1, 2, 10, QLatin1Char('0'))
+                       .arg(i);
+        StartWindow(lrc.toUtf8(), 60);
+        m_fake.Pause();
+        const ScrollSkin k = Skin(mode);
+        W().ApplySkin(k);
+        const int act = 16;
+        W().View()->SetAct(act);
+        QCOMPARE(W().View()->VisibleRows(), ScrollVisibleRows(mode));
+        const QImage img = W().View()->grab().toImage();
+        const int h = W().View()->RowHeight();
+        const int top = W().View()->TopRow();
+        QCOMPARE(top, ScrollTopRow(mode, act));
+        for (int i = 0; i < ScrollVisibleRows(mode); ++i) {
+            const int row = top + i;
+            const ScrollRowLook look = ScrollRowStyle(k, act, row);
+            const int y = i * h + 1;
+            QCOMPARE(img.pixelColor(1, y).rgb(), SkinColor(look.back).rgb());
+            const QRgb fore = SkinColor(look.fore).rgb(), back = SkinColor(look.back).rgb();
+            bool found = false, onlyBack = true;
+            for (int yy = i * h; yy < (i + 1) * h; ++yy)
+                for (int x = 0; x < img.width(); ++x) {
+                    found = found || img.pixel(x, yy) == fore;
+                    onlyBack = onlyBack && img.pixel(x, yy) == back;
+                }
+            if (look.fore == look.back)
+                QVERIFY2(onlyBack, qPrintable(QStringLiteral("hidden row %1").arg(row)));
+            else
+                QVERIFY2(found, qPrintable(QStringLiteral("row %1").arg(row)));
+        }
+    }
+};
+
+QTEST_MAIN(TestFrmSongtext)
+#include "test_frmsongtext.moc"
