@@ -149,7 +149,7 @@ private slots:
     void fileNameRule() {
         QCOMPARE(ScrollSkinFileName(QStringLiteral("Night")), QStringLiteral("Night.scs"));
         QCOMPARE(ScrollSkinFileName(QStringLiteral("Night.scs")), QStringLiteral("Night.scs"));
-        QCOMPARE(ScrollSkinFileName(QStringLiteral("Night.SCS")), QStringLiteral("Night.SCS"));
+        QCOMPARE(ScrollSkinFileName(QStringLiteral("Night.SCS")), QStringLiteral("Night.scs"));
         QTemporaryDir dir;
         const ScrollSkin a = Sample(2), b = Sample(4);
         QVERIFY(SaveScrollSkin(dir.filePath(ScrollSkinFileName(QStringLiteral("x"))), a, nullptr));

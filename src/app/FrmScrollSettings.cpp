@@ -264,6 +264,7 @@ void FrmScrollSettings::showSkin() {
     LbxScrollPreview->SetSkin(m_skin);
     LbxScrollPreview->SetAct(m_skin.Mode == 3 ? 11 : FirstTextRow);
     LbxScrollPreview->setFixedHeight(PreviewRows * LbxScrollPreview->RowHeight());
+    LbxScrollPreview->setMinimumWidth(std::max(460, LbxScrollPreview->TextWidth()));
     QPalette pal = FrameScrollPreview->palette();
     pal.setColor(QPalette::Window, SkinColor(m_skin.WindowBack));
     pal.setColor(QPalette::WindowText, SkinColor(ContrastTextColor(m_skin.WindowBack)));

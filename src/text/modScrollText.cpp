@@ -163,8 +163,9 @@ bool SaveScrollSkin(const QString& path, const ScrollSkin& skin, QString* error)
 }
 
 QString ScrollSkinFileName(const QString& name) {
+    // an upper-case ending names the same skin: it is written in lower case
     if (name.toLower().endsWith(QLatin1String(SkinSuffix)))
-        return name;
+        return name.chopped(int(qstrlen(SkinSuffix))) + QLatin1String(SkinSuffix);
     return name + QLatin1String(SkinSuffix);
 }
 

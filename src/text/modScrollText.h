@@ -74,7 +74,7 @@ ScrollSkin LoadScrollSkin(const QString& path);
 bool ReadScrollSkinFile(const QString& path, ScrollSkin& skin, QString* error);
 // Writes the skin as one line closed by CR LF through the safe writer.
 bool SaveScrollSkin(const QString& path, const ScrollSkin& skin, QString* error);
-// The name with ".scs" appended unless it ends in it (any case).
+// The name with ".scs" appended unless it ends in it; an ending in any case becomes ".scs".
 QString ScrollSkinFileName(const QString& name);
 // The folder "skin" beside the program.
 QString ScrollSkinFolder();

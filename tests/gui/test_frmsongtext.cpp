@@ -8,8 +8,10 @@
 #include "TagTestUtil.h"
 #include "WavUtil.h"
 #include "app/FrmSText.h"
+#include "app/FrmScrollSettings.h"
 #include "app/FrmSongtext.h"
 #include "app/ScrollTextView.h"
+#include "app/UiCaptions.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
@@ -21,8 +23,12 @@
 #include "text/modScrollText.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
+#include <QRadioButton>
+#include <QSlider>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QToolButton>
@@ -44,7 +50,8 @@ class TestFrmSongtext : public QObject {
         auto* b = root->findChild<QAbstractButton*>(QString::fromLatin1(name));
         QVERIFY2(b, name);
         QVERIFY2(b->isEnabled(), name);
-        if (qobject_cast<QCheckBox*>(b))
+        // boxes and options take clicks on the box and the text, not the space behind
+        if (qobject_cast<QCheckBox*>(b) || qobject_cast<QRadioButton*>(b))
             QTest::mouseClick(b, Qt::LeftButton, {}, QPoint(6, b->height() / 2));
         else
             QTest::mouseClick(b, Qt::LeftButton);
@@ -279,6 +286,147 @@ private slots:
                 QVERIFY2(onlyBack, qPrintable(QStringLiteral("hidden row %1").arg(row)));
             else
                 QVERIFY2(found, qPrintable(QStringLiteral("row %1").arg(row)));
+        }
+    }
+
+    // The skin editor: mode, rows coloured through the boxes, font, alignment, bold boxes,
+    // save (a name needed, ".scs" added once), open and delete; the file reads back equal.
+    void skinEditor() {
+        FrmScrollSettings f(nullptr, &m_prg->prompt);
+        f.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&f));
+        QCOMPARE(f.cmbScrollPrev_Feature->currentIndex(), 3);
+        // mode 4 chosen by the keyboard
+        f.cmbScrollPrev_Feature->setFocus();
+        QTest::keyClick(f.cmbScrollPrev_Feature, Qt::Key_Down);
+        QCOMPARE(f.Skin().Mode, 4);
+        QVERIFY(!f.chbScrollTextPrev_RowTop1Bold->isEnabled());
+        QTest::keyClick(f.cmbScrollPrev_Feature, Qt::Key_Up);
+        QCOMPARE(f.Skin().Mode, 3);
+        QVERIFY(f.chbScrollTextPrev_RowTop1Bold->isEnabled());
+        // no box ticked
+        QColor next(10, 20, 30);
+        f.chooseColor = [&next](const QColor&) { return next; };
+        Click(&f, "btnScrollPrev_ColorFloatingRow");
+        QCOMPARE(m_prg->prompt.shown.back().text, Caption(CapNothingChosen));
+        // rows 7 and 12 (table entries 2 and 6) get a text colour
+        Click(&f, "chbScrollPrev_ColorRow(1)");
+        Click(&f, "chbScrollPrev_ColorRow(6)");
+        Click(&f, "optScrollPrev_RowForeColor");
+        Click(&f, "btnScrollPrev_ColorFloatingRow");
+        QCOMPARE(f.Skin().ForeTable[1], 0x1E140A);
+        QCOMPARE(f.Skin().ForeTable[5], 0x1E140A);
+        QCOMPARE(f.Skin().ForeTable[0], DefaultScrollSkin().ForeTable[0]);
+        // the current row (box 5 in mode 3) gets a back colour
+        Click(&f, "chbScrollPrev_ColorRow(1)");
+        Click(&f, "chbScrollPrev_ColorRow(6)");
+        Click(&f, "chbScrollPrev_ColorRow(5)");
+        Click(&f, "optScrollPrev_RowBackColor");
+        next = QColor(1, 2, 3);
+        Click(&f, "btnScrollPrev_ColorFloatingRow");
+        QCOMPARE(f.Skin().ActBack, 0x030201);
+        // window back
+        Click(&f, "optScrollPrev_Uf");
+        next = QColor(0, 0, 255);
+        Click(&f, "btnScrollPrev_Color");
+        QCOMPARE(f.Skin().WindowBack, 0xFF0000);
+        // a cancelled colour changes nothing
+        next = QColor();
+        Click(&f, "btnScrollPrev_Color");
+        QCOMPARE(f.Skin().WindowBack, 0xFF0000);
+        // font
+        f.chooseFont = [](QFont& font) {
+            font = QFont(QStringLiteral("Odd|Name"), 17);
+            font.setItalic(true);
+            return true;
+        };
+        Click(&f, "btnScrollPrev_Font");
+        QCOMPARE(f.Skin().FontSize, 17);
+        QCOMPARE(f.SliderScrollPrev_Fontsize->value(), 17);
+        QVERIFY(f.Skin().FontItalic);
+        f.chooseFont = [](QFont& font) {
+            font = QFont(QStringLiteral("DejaVu Serif"), 18);
+            return true;
+        };
+        Click(&f, "btnScrollPrev_Font");
+        Click(&f, "optScrollPrev_Left");
+        QCOMPARE(f.Skin().Alignment, 0);
+        Click(&f, "chbScrollTextPrev_RowTop1Bold");
+        QVERIFY(f.Skin().Top1Bold);
+        Click(&f, "chbScrollTextPrev_RowActBold");
+        QVERIFY(!f.Skin().ActBold);
+        // save: a name is needed
+        Click(&f, "btnScrollPrev_Save");
+        QCOMPARE(m_prg->prompt.shown.back().text, Caption(CapNoSkinName));
+        QTest::keyClicks(f.txtScrollPrev_Save, QStringLiteral("Mine"));
+        Click(&f, "btnScrollPrev_Save");
+        QCOMPARE(m_prg->prompt.shown.back().text, Caption(CapSkinSaved));
+        const QString path = ScrollSkinFolder() + QStringLiteral("/Mine.scs");
+        QVERIFY(LoadScrollSkin(path) == f.Skin());
+        f.txtScrollPrev_Save->clear();
+        QTest::keyClicks(f.txtScrollPrev_Save, QStringLiteral("Mine.SCS"));
+        Click(&f, "btnScrollPrev_Save");
+        QCOMPARE(QDir(ScrollSkinFolder()).entryList(QDir::Files).size(), 1);
+        // open puts a skin into every control
+        ScrollSkin other = Skin(2);
+        QVERIFY(SaveScrollSkin(ScrollSkinFolder() + QStringLiteral("/Two.scs"), other, nullptr));
+        QString pick = ScrollSkinFolder() + QStringLiteral("/Two.scs");
+        f.chooseSkinFile = [&pick](const QString&, const QString&) { return pick; };
+        Click(&f, "btnScrollPrev_OpenScs");
+        QCOMPARE(f.cmbScrollPrev_Feature->currentIndex(), 2);
+        QCOMPARE(f.Skin().BackTable[0], other.BackTable[0]);
+        QVERIFY(!f.chbScrollTextPrev_RowTop1Bold->isEnabled());
+        QVERIFY(f.chbScrollPrev_ColorRow[1]->isEnabled() && !f.chbScrollPrev_ColorRow[2]->isEnabled());
+        // an unreadable file leaves the preview as it is
+        pick = ScrollSkinFolder();
+        Click(&f, "btnScrollPrev_OpenScs");
+        QCOMPARE(m_prg->prompt.shown.back().text, Caption(CapReadFailed));
+        QCOMPARE(f.Skin().Mode, 2);
+        // delete, no question
+        pick = ScrollSkinFolder() + QStringLiteral("/Two.scs");
+        Click(&f, "btnScrollPrev_Delete");
+        QVERIFY(!QFile::exists(pick));
+        Click(&f, "btnScrollPrev_Close");
+        QVERIFY(!f.isVisible());
+    }
+
+    // Pictures of the window in every mode with each skin of $QLT_SHOT_SKINS, and of the
+    // skin editor, in German and English, into $QLT_SHOT_DIR (only when it is set).
+    void pictures() {
+        const QString out = qEnvironmentVariable("QLT_SHOT_DIR");
+        if (out.isEmpty())
+            QSKIP("QLT_SHOT_DIR not set");
+        QStringList skins{QString()};
+        const QDir skinDir(qEnvironmentVariable("QLT_SHOT_SKINS"));
+        for (const QString& f : skinDir.entryList({QStringLiteral("*.scs")}, QDir::Files))
+            skins << skinDir.filePath(f);
+        QString lrc;
+        for (int i = 0; i < 12; ++i)
+            lrc += QStringLiteral("[00:%1.00]%2\r\n")
+                       .arg(i * 2 + 1, 2, 10, QLatin1Char('0'))
+                       .arg(Caption(CaptionRow(CapScrollSample + 3 + i)));
+        StartWindow(lrc.toUtf8(), 60);
+        m_fake.Pause();
+        for (const int language : {3, 4}) {
+            SetLanguageColumn(language);
+            SetCaptions();
+            for (const QString& skin : skins) {
+                ScrollSkin k = skin.isEmpty() ? DefaultScrollSkin() : LoadScrollSkin(skin);
+                const QString name = skin.isEmpty() ? QStringLiteral("builtin") : QFileInfo(skin).baseName();
+                for (int mode = 0; mode < Modes; ++mode) {
+                    k.Mode = mode;
+                    W().ApplySkin(k);
+                    W().View()->SetAct(11);
+                    QApplication::processEvents();
+                    W().grab().save(
+                        QStringLiteral("%1/win_%2_m%3_%4.png").arg(out, name).arg(mode).arg(language));
+                }
+                FrmScrollSettings settings;
+                settings.SetSkin(skin.isEmpty() ? DefaultScrollSkin() : LoadScrollSkin(skin));
+                settings.show();
+                QVERIFY(QTest::qWaitForWindowExposed(&settings));
+                settings.grab().save(QStringLiteral("%1/set_%2_%3.png").arg(out, name).arg(language));
+            }
         }
     }
 };
