@@ -1,5 +1,5 @@
 // ui_bench_scrolltext [SECONDS] [SPEED]: the scrolling text window over a 4-minute song
-// with a line every 3.5 s, on a device whose position runs with the wall clock (times
+// with a line about every 3.5 s, on a device whose position runs with the wall clock (times
 // SPEED). Prints the CPU the process used per second of running (getrusage), against a
 // plain baseline of the same event loop with an idle 50 ms timer, and the lag of the
 // current row behind the song: how long after its stamp each row became current.
@@ -70,7 +70,7 @@ int main(int argc, char** argv) {
     const QString song = dir.filePath(QStringLiteral("song.wav"));
     WriteWav(song, 240);
     QString lrc;
-    for (int ms = 1000; ms < 236000; ms += 3500)
+    for (int ms = 1013; ms < 236000; ms += 3517)
         lrc += QStringLiteral("[%1]Line at %2 seconds of the song, a little longer\r\n")
                    .arg(FormatSTextTime(ms))
                    .arg(ms / 1000);
@@ -97,6 +97,8 @@ int main(int argc, char** argv) {
     FrmSongtext w;
     QList<qint32> lags;
     QObject::connect(&w.List(), &DataGrid::currentRowChanged, [&](int row) {
+        if (row < 1)
+            return;
         const QString t = w.List().CellText(row, Scroll::ColTime);
         if (!t.isEmpty() && w.TimerSongtext_SyncTimer.isActive())
             lags << qint32((device.Position() - t.toInt()) / speed);
