@@ -12,13 +12,18 @@
 #include "app/FrmSongtext.h"
 #include "app/ScrollTextView.h"
 #include "app/UiCaptions.h"
+#include "core/AppPaths.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
+#include "core/GlobalGrids.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "list/InputColumns.h"
 #include "player/FakeMediaDevice.h"
 #include "player/MediaDevice.h"
+#include "tag/TagEngine.h"
+#include "tag/TagEngineLrc.h"
 #include "text/modSText.h"
 #include "text/modScrollText.h"
 
@@ -287,6 +292,49 @@ private slots:
             else
                 QVERIFY2(found, qPrintable(QStringLiteral("row %1").arg(row)));
         }
+    }
+
+    // A song with its LRC in the tag, from the main list; at its end the next marked song
+    // of the data list follows; a song without LRC doesn't start the window.
+    void fromSongInTheMainList() {
+        QStringList songs;
+        for (const char* name : {"a.mp3", "b.mp3"}) {
+            const QString song =
+                tagtest::CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QLatin1String(name));
+            TagEngine e;
+            QCOMPARE(e.OpenFile(song), 1);
+            SetLrcFrame(e, QStringLiteral("[00:00.10]") + QLatin1String(name) +
+                               QStringLiteral("\r\nplain\r\n[00:00.50]second\r\n"));
+            QVERIFY(e.SaveV2(song));
+            songs << song;
+        }
+        DataGrid& input = Grids::LbxInput();
+        const int row = input.AddRow({});
+        input.SetCellText(row, 1, QStringLiteral("p"));
+        input.SetCellText(row, InCol::FileName, QStringLiteral("b.mp3"));
+        input.SetCellText(row, InCol::Path, m_dir.path());
+        m_prg->window->TabInput->setCurrentIndex(0);
+        QVERIFY(W().StartFromSong(songs[0]));
+        QVERIFY(W().isVisible());
+        QVERIFY(!QFile::exists(AppFile(QStringLiteral("temp/LrcTmp.lrc"))));
+        QCOMPARE(W().CurRow(), LeadRows);
+        QCOMPARE(W().List().CellText(6, ColText), QStringLiteral("a.mp3"));
+        QCOMPARE(W().List().CellText(7, ColText), QStringLiteral("second")); // "plain" had no stamp
+        QCOMPARE(m_fake.OpenPath(), songs[0]);
+        m_fake.Advance(200);
+        QTRY_COMPARE_WITH_TIMEOUT(W().CurRow(), 6, 1000);
+        m_fake.Close(); // the song stopped
+        QTRY_COMPARE_WITH_TIMEOUT(m_fake.OpenPath(), songs[1], 1000);
+        QCOMPARE(W().List().CellText(6, ColText), QStringLiteral("b.mp3"));
+        QVERIFY(input.CellText(row, 1).isEmpty());
+        QVERIFY(W().TimerSongtext_SyncTimer.isActive());
+        W().close();
+        // no LRC in the tag
+        const QString plain =
+            tagtest::CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("c.mp3"));
+        QVERIFY(!W().StartFromSong(plain));
+        QVERIFY(W().AbortFlag);
+        QVERIFY(!W().isVisible());
     }
 
     // The skin editor: mode, rows coloured through the boxes, font, alignment, bold boxes,
