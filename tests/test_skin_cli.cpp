@@ -1,30 +1,16 @@
 // quillotune-cli skin: the 33 values of a skin printed as lines and as JSON, the default
 // skin for a missing file, a skin written from values and read back, and bad values.
-#include "TestPaths.h"
+#include "CliRun.h"
 #include "text/modScrollText.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
-struct Run {
-    int code = -1;
-    QString out, err;
-};
-
-Run Cli(const QStringList& args) {
-    QProcess p;
-    p.start(ProgramDir() + "/quillotune-cli", args);
-    Run r;
-    if (!p.waitForFinished(120000))
-        return r;
-    r.code = p.exitCode();
-    r.out = QString::fromUtf8(p.readAllStandardOutput());
-    r.err = QString::fromUtf8(p.readAllStandardError());
-    return r;
+CliResult Cli(const QStringList& args) {
+    return RunCli(args);
 }
 } // namespace
 
@@ -33,7 +19,7 @@ class TestSkinCli : public QObject {
 private slots:
     void printsAll33() {
         QTemporaryDir dir;
-        const Run r = Cli({QStringLiteral("skin"), dir.filePath(QStringLiteral("missing.scs"))});
+        const CliResult r = Cli({QStringLiteral("skin"), dir.filePath(QStringLiteral("missing.scs"))});
         QCOMPARE(r.code, 0);
         const QStringList lines = r.out.trimmed().split(QLatin1Char('\n'));
         QCOMPARE(lines.size(), 33);
@@ -46,9 +32,9 @@ private slots:
     void writesFromValues() {
         QTemporaryDir dir;
         const QString base = dir.filePath(QStringLiteral("Dark"));
-        Run r = Cli({QStringLiteral("skin"), QStringLiteral("--write"), base, QStringLiteral("Mode=4"),
-                     QStringLiteral("WindowBack=1"), QStringLiteral("FontName=DejaVu Sans"),
-                     QStringLiteral("ForeTable10=77"), QStringLiteral("actbold=0")});
+        CliResult r = Cli({QStringLiteral("skin"), QStringLiteral("--write"), base, QStringLiteral("Mode=4"),
+                           QStringLiteral("WindowBack=1"), QStringLiteral("FontName=DejaVu Sans"),
+                           QStringLiteral("ForeTable10=77"), QStringLiteral("actbold=0")});
         QCOMPARE(r.code, 0);
         const QString path = base + QStringLiteral(".scs");
         QCOMPARE(r.out.trimmed(), path);
