@@ -36,6 +36,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QSlider>
 #include <QTabWidget>
 #include <QToolButton>
@@ -311,6 +312,8 @@ bool FrmSongtext::start() {
         setWindowFlag(Qt::WindowStaysOnTopHint, SettingOn(Ini::SongtextAlwaysOnTop, Ini::Col1));
         show();
     }
+    if (m_mainEscape)
+        m_mainEscape->setEnabled(true);
     MediaOwner::Instance().Claim(this);
     if (!Media().Open(m_song)) {
         prompt().Tell(Caption(CapCannotPlay) + m_song + QStringLiteral("\n\n") + Caption(CapCheckFileAndType),
@@ -528,6 +531,8 @@ void FrmSongtext::closeEvent(QCloseEvent* e) {
     stopPlaying();
     TimerSongtext_SyncTimer.setInterval(0);
     m_editor = nullptr;
+    if (m_mainEscape)
+        m_mainEscape->setEnabled(false);
     e->accept();
     emit closed();
 }
@@ -568,6 +573,11 @@ FrmSongtext* FrmSongtext::Install(QWidget* main, FrmSText* editor, QTabWidget* p
         return row > 0 ? g.CellText(row, InCol::Path) + QLatin1Char('/') + g.CellText(row, InCol::FileName)
                        : QString();
     };
+    // Escape in the main window closes the scrolling window while it is shown
+    w->m_mainEscape = new QShortcut(QKeySequence(Qt::Key_Escape), main);
+    w->m_mainEscape->setObjectName(QStringLiteral("scSongtextEscape"));
+    w->m_mainEscape->setEnabled(false);
+    QObject::connect(w->m_mainEscape, &QShortcut::activated, w, &QWidget::close);
     // the skin editor, from the editor's play options
     auto* skinButton = new QPushButton(editor->fraSText_PlayOptions);
     skinButton->setObjectName(QStringLiteral("btnSText_Skin"));

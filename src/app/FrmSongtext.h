@@ -19,6 +19,7 @@ class FrmSText;
 class Prompt;
 class QLabel;
 class QMenu;
+class QShortcut;
 class QTabWidget;
 class QToolButton;
 class ScrollTextView;
@@ -109,6 +110,7 @@ private:
     DataGrid* m_grid;
     ScrollSkin m_skin;
     QPointer<FrmSText> m_editor;
+    QPointer<QShortcut> m_mainEscape; // Escape of the main window, on while shown
     QString m_song;
     bool m_started = false; // the position left 0 once (a device may report 0 at first)
 };

@@ -328,7 +328,10 @@ private slots:
         QCOMPARE(W().List().CellText(6, ColText), QStringLiteral("b.mp3"));
         QVERIFY(input.CellText(row, 1).isEmpty());
         QVERIFY(W().TimerSongtext_SyncTimer.isActive());
-        W().close();
+        // Escape in the main window closes it
+        m_prg->window->activateWindow();
+        QTest::keyClick(m_prg->window.get(), Qt::Key_Escape);
+        QVERIFY(!W().isVisible());
         // no LRC in the tag
         const QString plain =
             tagtest::CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("c.mp3"));
