@@ -517,8 +517,37 @@ void FrmSongtext::keyPressEvent(QKeyEvent* e) {
     }
     if ((e->modifiers() & Qt::KeypadModifier) && (e->key() == Qt::Key_Plus || e->key() == Qt::Key_Minus)) {
         const int step = e->key() == Qt::Key_Plus ? kVolumeStep : -kVolumeStep;
-        Media().SetVolume(std::clamp(Media().Volume() + step, 0, 100));
+        if (m_home && m_home->isVisible())
+            m_home->sliderSText_Volume->setValue(m_home->sliderSText_Volume->value() + step);
+        else
+            Media().SetVolume(std::clamp(Media().Volume() + step, 0, 100));
         return;
+    }
+    // the player keys of the editor: Eject, Play, Pause, Stop
+    if ((e->modifiers() & Qt::ControlModifier) && !(e->modifiers() & Qt::ShiftModifier)) {
+        QToolButton* button = nullptr;
+        switch (e->key()) {
+        case Qt::Key_U:
+            pause();
+            return;
+        case Qt::Key_E:
+            button = m_home ? m_home->MMCSText_Eject : nullptr;
+            break;
+        case Qt::Key_P:
+            button = m_home ? m_home->MMCSText_Play : nullptr;
+            break;
+        case Qt::Key_X:
+            button = m_home ? m_home->MMCSText_Stop : nullptr;
+            break;
+        default:
+            break;
+        }
+        if (e->key() == Qt::Key_X || e->key() == Qt::Key_E)
+            close();
+        if (button)
+            button->click();
+        if (e->key() == Qt::Key_X || e->key() == Qt::Key_E || e->key() == Qt::Key_P)
+            return;
     }
     QWidget::keyPressEvent(e);
 }
@@ -551,6 +580,7 @@ int MarkedRow(DataGrid& g, int markCol, bool take) {
 
 FrmSongtext* FrmSongtext::Install(QWidget* main, FrmSText* editor, QTabWidget* pages) {
     auto* w = new FrmSongtext(main);
+    w->m_home = editor;
     editor->startScrollWindow = [w, editor](const QString& song, DataGrid& list) {
         w->StartFromEditor(song, list, editor);
     };

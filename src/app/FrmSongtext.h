@@ -109,7 +109,8 @@ private:
     Prompt* m_prompt;
     DataGrid* m_grid;
     ScrollSkin m_skin;
-    QPointer<FrmSText> m_editor;
+    QPointer<FrmSText> m_editor;      // the editor the window was started from
+    QPointer<FrmSText> m_home;        // the program's editor (its player keys)
     QPointer<QShortcut> m_mainEscape; // Escape of the main window, on while shown
     QString m_song;
     bool m_started = false; // the position left 0 once (a device may report 0 at first)

@@ -155,6 +155,14 @@ private slots:
         QVERIFY(!m_fake.Playing());
         QTest::mouseClick(W().lblSongtext_Pause, Qt::LeftButton);
         QVERIFY(!W().Paused && m_fake.Playing());
+        // Ctrl+U pauses as the pause field does, number pad plus raises the editor's volume
+        QTest::keyClick(&W(), Qt::Key_U, Qt::ControlModifier);
+        QVERIFY(W().Paused);
+        QTest::keyClick(&W(), Qt::Key_U, Qt::ControlModifier);
+        QVERIFY(!W().Paused);
+        S().sliderSText_Volume->setValue(50);
+        QTest::keyClick(&W(), Qt::Key_Plus, Qt::KeypadModifier);
+        QCOMPARE(S().sliderSText_Volume->value(), 55);
         // Escape closes the window and stops the song
         QTest::keyClick(&W(), Qt::Key_Escape);
         QVERIFY(!W().isVisible());
