@@ -24,7 +24,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSlider>
+#include <QStyle>
 
 using namespace Scroll;
 
@@ -33,6 +35,7 @@ constexpr int kSampleRows = 15; // caption rows of the sample: composer, work, t
 constexpr int kMinFontSize = 8;
 constexpr int kMaxFontSize = 48;
 constexpr int kBoxColumnPx = 22;
+constexpr int kMaxPreviewPx = 640; // the preview scrolls beyond this height
 
 template <typename T> T* Named(QWidget* parent, const char* name) {
     auto* w = new T(parent);
@@ -62,14 +65,26 @@ Prompt& FrmScrollSettings::prompt() const {
 void FrmScrollSettings::buildUi() {
     auto* layout = new QHBoxLayout(this);
     FrameScrollPreview = Named<QGroupBox>(this, "FrameScrollPreview");
-    auto* pv = new QHBoxLayout(FrameScrollPreview);
+    // a big font makes the preview taller than a screen: it scrolls then
+    auto* scroll = m_scroll = new QScrollArea(FrameScrollPreview);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidgetResizable(true);
+    scroll->setMaximumHeight(kMaxPreviewPx);
+    auto* inner = new QWidget(scroll);
+    inner->setAutoFillBackground(false);
+    scroll->viewport()->setAutoFillBackground(false);
+    scroll->setWidget(inner);
+    (new QVBoxLayout(FrameScrollPreview))->addWidget(scroll);
+    auto* pv = new QHBoxLayout(inner);
+    pv->setContentsMargins(0, 0, 0, 0);
     pv->setSpacing(2);
-    m_boxColumn = new QWidget(FrameScrollPreview);
+    m_boxColumn = new QWidget(inner);
     m_boxColumn->setFixedWidth(kBoxColumnPx);
     for (int i = 0; i < RowBoxes; ++i)
         chbScrollPrev_ColorRow[i] = Named<QCheckBox>(
             m_boxColumn, QStringLiteral("chbScrollPrev_ColorRow(%1)").arg(i).toLatin1().constData());
-    LbxScrollPreview = Named<ScrollTextView>(FrameScrollPreview, "LbxScrollPreview");
+    LbxScrollPreview = Named<ScrollTextView>(inner, "LbxScrollPreview");
     LbxScrollPreview->SetGrid(m_sample);
     LbxScrollPreview->SetPreviewRows(PreviewRows);
     LbxScrollPreview->setMinimumWidth(460);
@@ -265,6 +280,10 @@ void FrmScrollSettings::showSkin() {
     LbxScrollPreview->SetAct(m_skin.Mode == 3 ? 11 : FirstTextRow);
     LbxScrollPreview->setFixedHeight(PreviewRows * LbxScrollPreview->RowHeight());
     LbxScrollPreview->setMinimumWidth(std::max(460, LbxScrollPreview->TextWidth()));
+    const int contentHeight = PreviewRows * LbxScrollPreview->RowHeight();
+    const int bar = contentHeight > kMaxPreviewPx ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+    m_scroll->setMinimumSize(kBoxColumnPx + 2 + LbxScrollPreview->minimumWidth() + bar + 2,
+                             std::min(contentHeight, kMaxPreviewPx));
     QPalette pal = FrameScrollPreview->palette();
     pal.setColor(QPalette::Window, SkinColor(m_skin.WindowBack));
     pal.setColor(QPalette::WindowText, SkinColor(ContrastTextColor(m_skin.WindowBack)));

@@ -19,6 +19,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class QScrollArea;
 class QSlider;
 class ScrollTextView;
 
@@ -94,5 +95,6 @@ private:
     DataGrid* m_sample;
     ScrollSkin m_skin;
     QWidget* m_boxColumn = nullptr;
+    QScrollArea* m_scroll = nullptr;
     bool m_filling = false;
 };
