@@ -307,8 +307,13 @@ bool FrmSongtext::start() {
     if (!isVisible()) {
         const int left = Setting(Ini::SongtextLeft, Ini::Col2).toInt();
         const int top = Setting(Ini::SongtextTop, Ini::Col2).toInt();
-        if (!Setting(Ini::SongtextLeft, Ini::Col2).isEmpty())
+        const QRect screen =
+            (this->screen() ? this->screen() : QGuiApplication::primaryScreen())->availableGeometry();
+        if (!Setting(Ini::SongtextLeft, Ini::Col2).isEmpty() &&
+            screen.intersects(QRect(left, top, width(), height())))
             move(left, top);
+        else // the first time: in the lower middle of the screen
+            move(screen.center().x() - width() / 2, screen.bottom() - height() - screen.height() / 12);
         setWindowFlag(Qt::WindowStaysOnTopHint, SettingOn(Ini::SongtextAlwaysOnTop, Ini::Col1));
         show();
     }
@@ -398,6 +403,7 @@ void FrmSongtext::makeStatic() {
     const int first = MakeStaticScrollList(*m_grid, m_grid->CurRow());
     m_grid->SetCurRow(first);
     LbxScrollText->SetStatic(true);
+    sizeToText();
     LbxScrollText->SetTopRow(std::max(1, first - 1));
     Tag = QLatin1String(StaticTag);
     setPauseColor(PausedColor);
