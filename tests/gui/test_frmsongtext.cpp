@@ -264,6 +264,7 @@ private slots:
         QTest::addColumn<int>("mode");
         for (int m = 0; m < Modes; ++m)
             QTest::addRow("mode %d", m) << m;
+        QTest::addRow("mode 7, unknown: rows unformatted") << 7;
     }
     void fiveModesDrawn() {
         QFETCH(int, mode);
