@@ -342,6 +342,9 @@ void FrmSText::updateState() {
     }
     // the scrolling window plays a stamped text with its song
     chbSText_PlayWithScrollList->setEnabled(bool(startScrollWindow) && chbSText_PlaySynchonized->isEnabled());
+    optSText_PlayInWindow->setEnabled(bool(startScrollWindow));
+    if (chbSText_PlayLrc2->isChecked() && chbSText_PlayWithScrollList->isEnabled())
+        chbSText_PlayWithScrollList->setChecked(optSText_PlayInWindow->isChecked());
 }
 
 // ---- the time line -----------------------------------------------------------------------------

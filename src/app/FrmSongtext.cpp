@@ -35,6 +35,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 #include <QShortcut>
 #include <QSlider>
@@ -587,6 +588,7 @@ int MarkedRow(DataGrid& g, int markCol, bool take) {
 FrmSongtext* FrmSongtext::Install(QWidget* main, FrmSText* editor, QTabWidget* pages) {
     auto* w = new FrmSongtext(main);
     w->m_home = editor;
+    editor->optSText_PlayInWindow->setEnabled(true);
     editor->startScrollWindow = [w, editor](const QString& song, DataGrid& list) {
         w->StartFromEditor(song, list, editor);
     };

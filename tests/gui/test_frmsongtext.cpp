@@ -27,6 +27,7 @@
 #include "text/modSText.h"
 #include "text/modScrollText.h"
 
+#include "app/DataGridView.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -347,6 +348,31 @@ private slots:
         QVERIFY(!W().StartFromSong(plain));
         QVERIFY(W().AbortFlag);
         QVERIFY(!W().isVisible());
+    }
+
+    // The editor's song list with "In the scrolling window" and "Play after loading":
+    // loading a song with LRC starts the window.
+    void fromTheEditorsSongList() {
+        const QString song =
+            tagtest::CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("s.mp3"));
+        TagEngine e;
+        QCOMPARE(e.OpenFile(song), 1);
+        SetLrcFrame(e, QStringLiteral("[00:00.10]first\r\n[00:00.30]second\r\n\r\n"));
+        QVERIFY(e.SaveV2(song));
+        S().chooseFolder = [this](const QString&, const QString&) { return m_dir.path(); };
+        S().TabSText_Sub->setCurrentIndex(2);
+        Click(&S(), "chbSText_PlayLrc2");
+        Click(&S(), "optSText_PlayInWindow");
+        S().TabSText_Sub->setCurrentIndex(0);
+        Click(&S(), "btnSText_FindSongWithLrc");
+        DataGrid& songs = *S().LbxSongWithLrc->grid();
+        QCOMPARE(songs.Rows(), 1);
+        songs.SetCurRow(1);
+        Click(&S(), "btnSText_LrcToList");
+        QVERIFY(W().isVisible());
+        QCOMPARE(m_fake.OpenPath(), song);
+        QCOMPARE(W().List().CellText(6, ColText), QStringLiteral("first"));
+        QVERIFY(!S().TimerSText.isActive() && !S().TimerSText_SyncTimer.isActive());
     }
 
     // The skin editor: mode, rows coloured through the boxes, font, alignment, bold boxes,
