@@ -353,13 +353,14 @@ private slots:
     // The editor's song list with "In the scrolling window" and "Play after loading":
     // loading a song with LRC starts the window.
     void fromTheEditorsSongList() {
+        QTemporaryDir own; // a folder with this one song
         const QString song =
-            tagtest::CopyFixture(QStringLiteral("tone.mp3"), m_dir.path(), QStringLiteral("s.mp3"));
+            tagtest::CopyFixture(QStringLiteral("tone.mp3"), own.path(), QStringLiteral("s.mp3"));
         TagEngine e;
         QCOMPARE(e.OpenFile(song), 1);
         SetLrcFrame(e, QStringLiteral("[00:00.10]first\r\n[00:00.30]second\r\n\r\n"));
         QVERIFY(e.SaveV2(song));
-        S().chooseFolder = [this](const QString&, const QString&) { return m_dir.path(); };
+        S().chooseFolder = [&own](const QString&, const QString&) { return own.path(); };
         S().TabSText_Sub->setCurrentIndex(2);
         Click(&S(), "chbSText_PlayLrc2");
         Click(&S(), "optSText_PlayInWindow");
