@@ -38,6 +38,9 @@ QFont ScrollTextView::RowFont(bool bold) const {
 }
 
 void ScrollTextView::SetSkin(const ScrollSkin& skin) {
+    // 0 left, 2 centred; any other value keeps the alignment the rows had
+    if (skin.Alignment == 0 || skin.Alignment == 2)
+        m_left = skin.Alignment == 0;
     m_skin = skin;
     updateMetrics();
     SetAct(m_act);
@@ -93,7 +96,7 @@ int ScrollTextView::TextWidth() const {
         if (!t.isEmpty() && !t.contains(QLatin1String(":/")))
             w = std::max(w, fm.horizontalAdvance(t));
     }
-    return w + 2 * kSidePx + (m_skin.Alignment == 0 ? kMarginPx : 0);
+    return w + 2 * kSidePx + (m_left ? kMarginPx : 0);
 }
 
 int ScrollTextView::RowAt(const QPoint& p) const {
@@ -112,7 +115,7 @@ void ScrollTextView::paintEvent(QPaintEvent*) {
         return;
     p.setRenderHint(QPainter::TextAntialiasing);
     const int rows = VisibleRows();
-    const bool left = m_skin.Alignment != 2;
+    const bool left = m_left;
     const QFont plain = RowFont(m_skin.FontBold), bold = RowFont(true);
     for (int i = 0; i < rows; ++i) {
         const int row = m_top + i;

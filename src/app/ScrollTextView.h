@@ -23,6 +23,7 @@ public:
     DataGrid* Grid() const { return m_grid; }
     void SetSkin(const ScrollSkin& skin); // font, colours, alignment
     const ScrollSkin& Skin() const { return m_skin; }
+    bool LeftAligned() const { return m_left; }
     // The current row and the top row of the mode.
     void SetAct(int row);
     int Act() const { return m_act; }
@@ -60,6 +61,7 @@ private:
     int m_act = 1;
     int m_top = 1;
     bool m_static = false;
+    bool m_left = false; // the words start at the margin (else centred)
     int m_previewRows = 0;
     int m_rowHeight = 20;
     QPoint m_pressAt;

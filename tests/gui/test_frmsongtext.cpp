@@ -257,6 +257,16 @@ private slots:
         k.WindowBack = 0x400000;
         W().ApplySkin(k);
         QCOMPARE(W().lblSongtext_Title->palette().color(QPalette::WindowText), QColor(Qt::white));
+        // alignment 0 left, 2 centred, anything else keeps what the rows had
+        k.Alignment = 0;
+        W().ApplySkin(k);
+        QVERIFY(W().View()->LeftAligned());
+        k.Alignment = 5;
+        W().ApplySkin(k);
+        QVERIFY(W().View()->LeftAligned());
+        k.Alignment = 2;
+        W().ApplySkin(k);
+        QVERIFY(!W().View()->LeftAligned());
     }
 
     // Each mode drawn to an image: every row's back colour is the one of the skin's table,
