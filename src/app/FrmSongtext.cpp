@@ -419,6 +419,7 @@ void FrmSongtext::stopPlaying() {
     if (m_editor) {
         m_editor->lblSText_ColorPause->hide();
         m_editor->MMCTag.clear();
+        m_editor->sliderSText_sldLength->setValue(0);
     }
 }
 
