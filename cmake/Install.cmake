@@ -14,12 +14,13 @@ file(GLOB QLT_DEFAULT_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/*.
 
 add_custom_command(
   OUTPUT ${QLT_DIST_DIR}/qlt.ini ${QLT_DIST_DIR}/Caption.qlt ${QLT_DIST_DIR}/icons/VolOn.ico
-         ${QLT_DIST_DIR}/icons/quillotune-48.png
+         ${QLT_DIST_DIR}/icons/quillotune-48.png ${QLT_DIST_DIR}/skin/Default.scs
   COMMAND ${CMAKE_COMMAND} -E rm -rf ${QLT_DIST_DIR}
   COMMAND qlt-mkdefaults ${CMAKE_SOURCE_DIR}/resources ${QLT_DIST_DIR}
   COMMAND qlt-mkicons ${QLT_DIST_DIR}
+  COMMAND qlt-mkskins ${QLT_DIST_DIR}
   COMMAND qlt-mkappicon ${CMAKE_SOURCE_DIR}/resources/desktop/quillotune.svg ${QLT_DIST_DIR}/icons
-  DEPENDS qlt-mkdefaults qlt-mkicons qlt-mkappicon ${QLT_DEFAULT_SOURCES}
+  DEPENDS qlt-mkdefaults qlt-mkicons qlt-mkskins qlt-mkappicon ${QLT_DEFAULT_SOURCES}
           ${CMAKE_SOURCE_DIR}/resources/desktop/quillotune.svg
   COMMENT "Building the shipped default files"
   VERBATIM)

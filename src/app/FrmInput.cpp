@@ -8,6 +8,7 @@
 #include "app/FrmPlaylist.h"
 #include "app/FrmPreferences.h"
 #include "app/FrmSText.h"
+#include "app/FrmSongtext.h"
 #include "app/FrmTag.h"
 #include "app/FrmTexte.h"
 #include "app/InputDataPage.h"
@@ -101,6 +102,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     frmPlaylist = new FrmPlaylist;
     frmPictures = new FrmPictures;
     frmSText = new FrmSText;
+    frmSongtext = FrmSongtext::Install(this, frmSText, TabInput);
     frmPreferences = new FrmPreferences;
     const QList<QWidget*> areas = {pageData,    frmTag,   frmTexte,      frmPlaylist,
                                    frmPictures, frmSText, frmPreferences};

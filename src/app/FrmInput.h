@@ -15,6 +15,7 @@ class FrmPictures;
 class FrmPlaylist;
 class FrmPreferences;
 class FrmSText;
+class FrmSongtext;
 class FrmTag;
 class FrmTexte;
 class InputDataPage;
@@ -66,6 +67,7 @@ public:
     FrmPlaylist* frmPlaylist;
     FrmPictures* frmPictures;
     FrmSText* frmSText;
+    FrmSongtext* frmSongtext = nullptr; // the scrolling text window
     FrmPreferences* frmPreferences;
 
     FrmCap* Cap(); // the translators' window, created at first use

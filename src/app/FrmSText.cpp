@@ -376,7 +376,7 @@ QWidget* FrmSText::buildSearchTabs() {
     layout->addWidget(TabSText_Sub, 1);
     layout->addWidget(Named<QPushButton>(side, "btnSText_LrcToList"), 0, Qt::AlignLeft);
 
-    // The scrolling window is not part of this version: its switches stay off.
+    // The scrolling window's switch is enabled by updateState once a window is wired.
     for (QAbstractButton* b :
          std::initializer_list<QAbstractButton*>{chbSText_PlayWithScrollList, optSText_PlayInWindow})
         b->setEnabled(false);

@@ -159,7 +159,11 @@ void FrmSText::showTxtLrcMenu(const QPoint& global) {
             chbSText_PlayLrc2->setChecked(true);
             cmdLoadSelected(false);
         });
-        add(mnuTxtLrc, "PlayInWindow", [] {})->setEnabled(false); // the scrolling window comes later
+        add(mnuTxtLrc, "PlayInWindow", [this] {
+            optSText_PlayInWindow->setChecked(true);
+            chbSText_PlayLrc2->setChecked(true);
+            cmdLoadSelected(false);
+        })->setEnabled(bool(startScrollWindow));
         DataGrid& g = *LbxSongWithLrc->grid();
         add(mnuTxtLrc, "MarkAllSync", [&g] {
             for (int r = 1; r <= g.Rows(); ++r)

@@ -342,8 +342,11 @@ void FrmSText::updateState() {
         chbSText_PlaySynchonized->setEnabled(true);
         chbSText_PlaySynchonized->setChecked(true);
     }
-    // the scrolling window comes with a later version: its switch stays off
-    chbSText_PlayWithScrollList->setEnabled(false);
+    // the scrolling window plays a stamped text with its song
+    chbSText_PlayWithScrollList->setEnabled(bool(startScrollWindow) && chbSText_PlaySynchonized->isEnabled());
+    optSText_PlayInWindow->setEnabled(bool(startScrollWindow));
+    if (chbSText_PlayLrc2->isChecked() && chbSText_PlayWithScrollList->isEnabled())
+        chbSText_PlayWithScrollList->setChecked(optSText_PlayInWindow->isChecked());
 }
 
 // ---- the time line -----------------------------------------------------------------------------

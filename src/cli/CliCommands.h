@@ -15,6 +15,7 @@ int RunRef(const QStringList& args);      // cmd_ref.cpp
 int RunLyrics(const QStringList& args);   // cmd_lyrics.cpp
 int RunLrc(const QStringList& args);      // cmd_lrc.cpp
 int RunPictures(const QStringList& args); // cmd_pictures.cpp
+int RunSkin(const QStringList& args);     // cmd_skin.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.

@@ -36,6 +36,8 @@ const Command kCommands[] = {
      "print the rows of a time-stamped text, or write or remove a song's \"lrc\" frame", RunLrc},
     {"pictures", "pictures SONG... [--json|--export DIR] | pictures --add SONG PICTURE | --remove SONG N|all",
      "list, export, add or remove the pictures inside songs", RunPictures},
+    {"skin", "skin FILE.scs [--json] | skin --write FILE.scs [--from FILE.scs] [NAME=VALUE...]",
+     "print the 33 values of a scrolling text skin, or write a skin from values", RunSkin},
 };
 
 void PrintHelp() {

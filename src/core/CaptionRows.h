@@ -170,6 +170,7 @@ constexpr CaptionRow CapLinkFieldsFull = 682; // "All eight link fields of the t
 constexpr CaptionRow CapMenuPlay = 694; // "Play"
 constexpr CaptionRow CapMenuSyncText = 695; // "Synchronised text"
 constexpr CaptionRow CapTypicalLabel = 700; // labels 0 to 6 of the typical tag: row 700 + i
+constexpr CaptionRow CapScrollSample = 707; // sample text of the skin preview: rows 707 to 721
 constexpr CaptionRow CapWmaLabel = 733; // WMA labels from 7 on: row 733 + i
 constexpr CaptionRow CapOggLabel = 753; // OGG labels from 7 on: row 753 + i
 constexpr CaptionRow CapFlacLabel = 763; // FLAC labels from 7 on: row 763 + i

@@ -17,6 +17,9 @@ for f in usr/bin/quillotune usr/bin/quillotune-cli \
          usr/share/quillotune/qlt.ini usr/share/quillotune/Caption.qlt \
          usr/share/quillotune/language/qlt_Deutsch.lng usr/share/quillotune/language/qlt_English.lng \
          usr/share/quillotune/icons/VolOn.ico usr/share/quillotune/icons/quillotune-48.png \
+         usr/share/quillotune/icons/NoPicture.jpg \
+         usr/share/quillotune/skin/Default.scs usr/share/quillotune/skin/Night.scs \
+         usr/share/quillotune/skin/Paper.scs \
          usr/share/applications/org.quillotune.Quillotune.desktop \
          usr/share/metainfo/org.quillotune.Quillotune.metainfo.xml \
          usr/share/icons/hicolor/scalable/apps/quillotune.svg \
@@ -79,7 +82,7 @@ run_program() {
 }
 
 run_program 4
-for f in qlt.ini Caption.qlt language/qlt_English.lng icons/quillotune-48.png; do
+for f in qlt.ini Caption.qlt language/qlt_English.lng icons/quillotune-48.png skin/Night.scs; do
   [ -f "$user/$f" ] || fail "first start did not make $user/$f"
 done
 for d in data reference skin temp; do
