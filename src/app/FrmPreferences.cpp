@@ -1,5 +1,6 @@
 #include "app/FrmPreferences.h"
 
+#include "app/FrmPageMargins.h"
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/Captions.h"
@@ -64,9 +65,23 @@ FrmPreferences::FrmPreferences(QWidget* parent) : AreaPage(QStringLiteral("FrmPr
         });
     }
     columns->addWidget(grpDigits, 0, Qt::AlignTop);
+
+    // Printing.
+    auto* grpPrint = new QGroupBox(this);
+    grpPrint->setObjectName(QStringLiteral("grpPref_Print"));
+    auto* pl = new QVBoxLayout(grpPrint);
+    auto* btnPref_PageMargins = new QPushButton(grpPrint);
+    btnPref_PageMargins->setObjectName(QStringLiteral("btnPref_PageMargins"));
+    pl->addWidget(btnPref_PageMargins);
+    columns->addWidget(grpPrint, 0, Qt::AlignTop);
     columns->addStretch(1);
     body()->addStretch(1);
 
+    connect(btnPref_PageMargins, &QPushButton::clicked, this, [this] {
+        auto* dialog = new FrmPageMargins(this);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->open();
+    });
     connect(btnPref_Lng, &QPushButton::clicked, this, &FrmPreferences::ChangeLanguage);
     connect(btnPref_PrepCaption, &QPushButton::clicked, this, &FrmPreferences::captionToolsRequested);
     connect(chbPref_TTText, &QCheckBox::toggled, this, [](bool on) {
