@@ -129,7 +129,7 @@ QWidget* FrmPreferences::buildGeneralPage() {
     for (const SwitchSpec& s : kSwitches) {
         QCheckBox* box = s.row == Ini::OptimalColumnWidth ? optimal : Named<QCheckBox>(grpFiles, s.name);
         if (box != optimal)
-            fg->addWidget(box, row++, 0, 1, 3);
+            fg->addWidget(box, row++, 0, 1, 3, Qt::AlignLeft);
         m_switches.push_back({box, {s.row, s.col}});
         connect(box, &QCheckBox::toggled, this, [r = s.row, c = s.col](bool on) {
             if (State().SuppressEvents)
