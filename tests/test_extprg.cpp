@@ -1,5 +1,6 @@
 // External programs: the list from the settings rows, the keys, and the start without a
 // shell, checked by a script that records the arguments it gets.
+#include "CliRun.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
 #include "core/SettingRows.h"
@@ -92,6 +93,22 @@ private slots:
         QVERIFY(!StartExternalProgram(dir.path(), {}, prompt));
         QVERIFY(!StartExternalProgram(QStringLiteral("no-such-program-on-path-xyz"), {}, prompt));
         QCOMPARE(prompt.Count(QStringLiteral("tell")), 4);
+    }
+
+    void cliVerb() {
+        // the default settings set up no program
+        CliRun r = RunCli({QStringLiteral("programs")});
+        QCOMPARE(r.code, 0);
+        QVERIFY(r.out.trimmed().isEmpty());
+        QCOMPARE(RunCli({QStringLiteral("programs"), QStringLiteral("--start"), QStringLiteral("11")}).code,
+                 2);
+        QCOMPARE(RunCli({QStringLiteral("programs"), QStringLiteral("--start"), QStringLiteral("3"),
+                         QStringLiteral("a.mp3")})
+                     .code,
+                 1);
+        r = RunCli({QStringLiteral("programs"), QStringLiteral("--help")});
+        QCOMPARE(r.code, 0);
+        QVERIFY(r.out.contains(QStringLiteral("--start N")));
     }
 
     void programLookedUpOnPath() {

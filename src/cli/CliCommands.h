@@ -14,6 +14,7 @@ int RunUndo(const QStringList& args);     // cmd_rename.cpp
 int RunRef(const QStringList& args);      // cmd_ref.cpp
 int RunLyrics(const QStringList& args);   // cmd_lyrics.cpp
 int RunLrc(const QStringList& args);      // cmd_lrc.cpp
+int RunPrograms(const QStringList& args); // cmd_programs.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.

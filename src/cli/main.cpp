@@ -34,6 +34,8 @@ const Command kCommands[] = {
      "list the lyric entries of a song (index, language, description, text)", RunLyrics},
     {"lrc", "lrc FILE.lrc|FILE.txt|SONG.mp3 [--json] | lrc --into SONG.mp3 FILE.lrc | lrc --remove SONG.mp3",
      "print the rows of a time-stamped text, or write or remove a song's \"lrc\" frame", RunLrc},
+    {"programs", "programs | programs --start N FILE...",
+     "list the external programs of the preferences, or start one with files as its arguments", RunPrograms},
 };
 
 void PrintHelp() {
