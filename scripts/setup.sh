@@ -6,7 +6,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev qt6-translations-l10n qt6-image-formats-plugins
   libtag1-dev libmpv-dev
   python3 python3-mutagen python3-xlrd python3-olefile
-  xvfb xauth fonts-dejavu-core
+  xvfb xauth fonts-dejavu-core fonts-liberation2 poppler-utils
   dosfstools
   qt6-svg-dev help2man desktop-file-utils appstream dpkg-dev file
 )

@@ -136,7 +136,7 @@ private slots:
         const DataGrid& g = Captions();
         const QList<NamedRow> rows = ReadCaptionRowConstants();
         QVERIFY2(rows.size() > 300, "CaptionRows.h not found or not parsed");
-        QCOMPARE(rows.first().row, CapQuitQuestion); // the file read is the header compiled here
+        QCOMPARE(rows.first().row, CapListNumberHeader); // the file read is the header compiled here
         for (const NamedRow& n : rows) {
             QList<int> check;
             if (n.name == u"CapTypicalLabel") {

@@ -1,4 +1,5 @@
 #include "app/FrmSText.h"
+#include "app/PrintUi.h"
 
 #include "app/DataGridView.h"
 #include "app/MessageBoxPrompt.h"
@@ -265,6 +266,8 @@ QWidget* FrmSText::buildEditBox() {
                                        "btnSText_SaveBoth",   "btnSText_ClearText"};
     for (int i = 0; i < 6; ++i)
         fl->addWidget(Named<QPushButton>(file, fileButtons[i]), i / 2, i % 2);
+    fl->addWidget(Named<QPushButton>(file, "btnSText_PrintText"), 3, 0);
+    fl->addWidget(Named<QCheckBox>(file, "chbSText_PrintWithTime"), 3, 1);
     row->addWidget(file);
 
     auto* edit = Named<QGroupBox>(holder, "fraSText_Edit");
@@ -419,6 +422,14 @@ void FrmSText::connectCommands() {
     click("btnSText_RemoveTimeInText", [this] { RemoveTimeInText(list()); });
     click("btnSText_Remove_Rf", [this] { RemoveRefrainMarks(list()); });
     click("btnSText_ClearText", [this] { cmdClear(); });
+    click("btnSText_PrintText", [this] {
+        const bool withTime = findChild<QCheckBox*>(QStringLiteral("chbSText_PrintWithTime"))->isChecked();
+        const QString text = STextPrintText(list(), withTime);
+        if (text.isEmpty())
+            prompt().Tell(Caption(CapTextBoxEmpty), Prompt::Icon::Information);
+        else
+            PrintTextCommand(prompt(), QString(), text);
+    });
     click("btnSText_Translation", [this] { cmdTranslation(); });
     click("btnSText_FindSongWithLrc", [this] { findSongsWithLrc(); });
     click("btnSText_FindTxtLrc", [this] { findTxtLrc(); });

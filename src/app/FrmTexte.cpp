@@ -230,6 +230,7 @@ QWidget* FrmTexte::buildBoxes() {
     auto* rowOn = new QHBoxLayout;
     rowOn->addWidget(button("btnTexte_SaveAsTxt"));
     rowOn->addWidget(button("btnTexte_TxtToSync"));
+    rowOn->addWidget(button("btnTexte_PrintTextbox"));
     rowOn->addStretch(1);
     rowOn->addWidget(check("chbTexte_NoMsg"));
     rightLay->addLayout(rowOn);

@@ -2,6 +2,7 @@
 // src/text.
 #include "app/DataGridView.h"
 #include "app/FrmTexte.h"
+#include "app/PrintUi.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -83,6 +84,13 @@ void FrmTexte::connectCommands() {
     on("BtnTexte_PlaySong", [this] { cmdPlaySong(); });
     onBoxes("btnTexte_TxtToSync", [this](TexteEnv& env, TextPair& b) {
         HandTextToEditor(env, b, openSyncEditor);
+        return false;
+    });
+    onBoxes("btnTexte_PrintTextbox", [](TexteEnv& env, TextPair& b) {
+        if (b.Active().isEmpty())
+            env.prompt.Tell(Caption(CapTextBoxEmpty), Prompt::Icon::Information);
+        else
+            PrintTextCommand(env.prompt, QString(), b.Active());
         return false;
     });
     on("btnTexte_ClearLbxTxt", [this] {

@@ -16,6 +16,7 @@ int RunLyrics(const QStringList& args);   // cmd_lyrics.cpp
 int RunLrc(const QStringList& args);      // cmd_lrc.cpp
 int RunPictures(const QStringList& args); // cmd_pictures.cpp
 int RunSkin(const QStringList& args);     // cmd_skin.cpp
+int RunPrograms(const QStringList& args); // cmd_programs.cpp
 
 class DataGrid;
 // Exports the data list by the ending of `path` (cmd_scan.cpp); false with a message.

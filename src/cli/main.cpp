@@ -38,6 +38,8 @@ const Command kCommands[] = {
      "list, export, add or remove the pictures inside songs", RunPictures},
     {"skin", "skin FILE.scs [--json] | skin --write FILE.scs [--from FILE.scs] [NAME=VALUE...]",
      "print the 33 values of a scrolling text skin, or write a skin from values", RunSkin},
+    {"programs", "programs | programs --start N FILE...",
+     "list the external programs of the preferences, or start one with files as its arguments", RunPrograms},
 };
 
 void PrintHelp() {

@@ -14,6 +14,7 @@
 #include "core/Captions.h"
 
 // clang-format off
+constexpr CaptionRow CapListNumberHeader = 1; // "No."
 constexpr CaptionRow CapQuitQuestion = 60; // "Do you want to close the program?"
 constexpr CaptionRow CapCaptionsSaveQuestion = 81; // "The texts have been changed. Do you want to save..."
 constexpr CaptionRow CapColumnChoiceSaved = 82; // "The choice of columns has been saved."
@@ -109,6 +110,8 @@ constexpr CaptionRow CapFirstRowSelected = 329; // "The first row is selected; t
 constexpr CaptionRow CapTakeAllRowsQuestion = 332; // "No row is selected. Do you want to take all rows?"
 constexpr CaptionRow CapNameNeedsExtension = 339; // "The file name needs an extension (such as ".mp3")."
 constexpr CaptionRow CapNoCutPositions = 340; // "Please enter which characters are to be cut."
+constexpr CaptionRow CapRatingHeader = 362; // "Rating"
+constexpr CaptionRow CapMoodHeader = 363; // "Mood"
 constexpr CaptionRow CapNameToTagQuestion = 369; // "Do you want to write artist, title and track from t..."
 constexpr CaptionRow CapTypicalTab = 373; // "Format tag"
 constexpr CaptionRow CapPictureFilter = 375; // "Pictures"
@@ -359,6 +362,7 @@ constexpr CaptionRow CapSaveLyricTitle = 1196; // "Save lyrics"
 constexpr CaptionRow CapLyricDescriptionPrompt = 1197; // "Description of the lyrics:"
 constexpr CaptionRow CapLanguageCodeLength = 1198; // "The language code must have exactly three letters."
 constexpr CaptionRow CapNoAudioOutput = 1199; // "No audio output was found: songs play without sound..."
+constexpr CaptionRow CapProgramNotStarted = 1210; // "The program could not be started: " (joined)
 constexpr CaptionRow CapRefNeedsBothRows = 1217; // "Please select one row in each of the two lists."
 constexpr CaptionRow CapChangeNamesQuestion = 1222; // "Do you want to change the names of the selected..."
 constexpr CaptionRow CapTextInTagPrompt = 1224; // "Text for the chosen tag field:"

@@ -517,3 +517,19 @@ QString WithTranslationMark(const QString& text) {
         return text;
     return text + QLatin1String(TranslationMark);
 }
+
+QString STextPrintText(const DataGrid& g, bool withTime) {
+    int last = g.Rows();
+    while (last > 0 && g.CellText(last, SText::ColText).isEmpty())
+        --last;
+    QStringList lines;
+    for (int r = 1; r <= last; ++r) {
+        const QString words = g.CellText(r, SText::ColText);
+        if (withTime && RowHasTime(g, r))
+            lines.append(g.CellText(r, SText::ColSeconds) + QStringLiteral(" - ") +
+                         g.CellText(r, SText::ColMmss) + QStringLiteral("  -  ") + words);
+        else
+            lines.append(words);
+    }
+    return lines.join(QStringLiteral("\r\n"));
+}

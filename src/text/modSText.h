@@ -84,6 +84,9 @@ void CheckSongLink(DataGrid& g, STextReadResult& r);
 // ---- writing ---------------------------------------------------------------------------
 // The text of a .txt file: rows 1 to the last with text, trimmed, each with CR LF.
 QString BuildSTextTxt(const DataGrid& g);
+// The rows 1 to the last one with words as printed text: with `withTime` a timed row
+// reads "seconds - mm:ss.nn  -  words", every other row its words alone.
+QString STextPrintText(const DataGrid& g, bool withTime);
 // The text of a .lrc file: a timed row "[mm:ss.nn]" + trimmed text, others as they stand.
 QString BuildSTextLrc(const DataGrid& g);
 // The text of the "lrc" frame: all rows, padding included, nothing trimmed.
