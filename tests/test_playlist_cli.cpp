@@ -1,5 +1,6 @@
 // quillotune-cli playlist: the rows a read gives (text and JSON, the twelve column keys),
 // and --write with and without --relative, with the counts of written and skipped.
+#include "CliRun.h"
 #include "TestPaths.h"
 
 #include <QDir>
@@ -13,21 +14,10 @@
 
 namespace {
 
-struct Run {
-    int code = -1;
-    QString out, err;
-};
+using Run = CliRun;
 
 Run Cli(const QStringList& args) {
-    QProcess p;
-    p.start(ProgramDir() + "/quillotune-cli", args);
-    Run r;
-    if (!p.waitForFinished(120000))
-        return r;
-    r.code = p.exitCode();
-    r.out = QString::fromUtf8(p.readAllStandardOutput());
-    r.err = QString::fromUtf8(p.readAllStandardError());
-    return r;
+    return RunCli(args);
 }
 
 QByteArray Read(const QString& path) {

@@ -1,5 +1,6 @@
 // quillotune-cli scan and load: the same rows as the scan in the program, a summary line,
 // saved lists and exports.
+#include "CliRun.h"
 #include "TestPaths.h"
 #include "core/DataGrid.h"
 #include "list/InputColumns.h"
@@ -16,21 +17,10 @@
 
 namespace {
 
-struct Run {
-    int code = -1;
-    QString out, err;
-};
+using Run = CliRun;
 
 Run Cli(const QStringList& args) {
-    QProcess p;
-    p.start(ProgramDir() + "/quillotune-cli", args);
-    Run r;
-    if (!p.waitForFinished(120000))
-        return r;
-    r.code = p.exitCode();
-    r.out = QString::fromUtf8(p.readAllStandardOutput());
-    r.err = QString::fromUtf8(p.readAllStandardError());
-    return r;
+    return RunCli(args);
 }
 
 bool Copy(const QString& fixture, const QString& target) {

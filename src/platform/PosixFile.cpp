@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -225,6 +226,33 @@ qsizetype ReadSome(int fd, char* data, qsizetype size) {
             continue;
         return r;
     }
+}
+
+bool ReadWholeFile(const QString& path, QByteArray& bytes, QString* error) {
+    bytes.clear();
+    const int fd = ::open(Native(path).constData(), O_RDONLY | O_CLOEXEC);
+    auto fail = [&] {
+        if (error)
+            *error = QString::fromLocal8Bit(std::strerror(errno));
+        return false;
+    };
+    if (fd < 0)
+        return fail();
+    char buf[65536];
+    for (;;) {
+        const qsizetype n = ReadSome(fd, buf, sizeof buf);
+        if (n < 0) {
+            const int err = errno;
+            ::close(fd);
+            errno = err;
+            return fail();
+        }
+        if (n == 0)
+            break;
+        bytes.append(buf, n);
+    }
+    ::close(fd);
+    return true;
 }
 
 } // namespace PosixFile

@@ -50,5 +50,7 @@ QString NumberedName(const QString& path, int n);
 int WriteAll(int fd, const char* data, qsizetype size);
 // Reads up to size bytes; returns the count, 0 at the end, -1 with errno set.
 qsizetype ReadSome(int fd, char* data, qsizetype size);
+// Reads the whole file by its bytes-exact name; false with the system's text in `error`.
+bool ReadWholeFile(const QString& path, QByteArray& bytes, QString* error = nullptr);
 
 } // namespace PosixFile

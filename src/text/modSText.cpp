@@ -27,26 +27,7 @@ QStringList BlankCells() {
 
 // The whole file, or an error text.
 bool ReadBytes(const QString& path, QByteArray& bytes, QString& error) {
-    const int fd = ::open(PosixFile::Native(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        error = QString::fromLocal8Bit(std::strerror(errno));
-        return false;
-    }
-    bytes.clear();
-    char buf[65536];
-    for (;;) {
-        const qsizetype n = PosixFile::ReadSome(fd, buf, sizeof buf);
-        if (n < 0) {
-            error = QString::fromLocal8Bit(std::strerror(errno));
-            ::close(fd);
-            return false;
-        }
-        if (n == 0)
-            break;
-        bytes.append(buf, n);
-    }
-    ::close(fd);
-    return true;
+    return PosixFile::ReadWholeFile(path, bytes, &error);
 }
 
 // Val of a two-character piece; -1 when it is not two digits.

@@ -67,23 +67,7 @@ using namespace qlt_texte;
 namespace {
 
 bool ReadBytes(const QString& path, QByteArray& bytes) {
-    const int fd = ::open(PosixFile::Native(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
-        return false;
-    bytes.clear();
-    char buf[65536];
-    for (;;) {
-        const qsizetype n = PosixFile::ReadSome(fd, buf, sizeof buf);
-        if (n < 0) {
-            ::close(fd);
-            return false;
-        }
-        if (n == 0)
-            break;
-        bytes.append(buf, n);
-    }
-    ::close(fd);
-    return true;
+    return PosixFile::ReadWholeFile(path, bytes);
 }
 
 // The walk of both searches: every file below `folder` with its number and the total.
