@@ -6,6 +6,7 @@
 #include "core/DataGrid.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "picture/modEmbeddedPictures.h"
 
 #include <QTableView>
 
@@ -62,8 +63,13 @@ void BuildPrefList(DataGrid& grid, const PrefListSpec& spec) {
         QStringList cells;
         if (spec.numberBase >= 0)
             cells.append(QString::number(r - spec.first + spec.numberBase));
-        for (int c : spec.cols)
-            cells.append(Setting(r, c));
+        if (spec.first == Ini::PictureTypeFirst) {
+            // The published names are shown in the program's language; a user's own stands.
+            cells.append(PictureTypeName(r - spec.first));
+        } else {
+            for (int c : spec.cols)
+                cells.append(Setting(r, c));
+        }
         grid.AddRow(cells);
     }
     grid.LockUpdate(false);

@@ -100,6 +100,10 @@ private slots:
         QCOMPARE(Setting(Ini::NegativeFirst + 39, Ini::NegativeCol), QStringLiteral("remaster"));
         EditCell(View(p, "LbxGenre"), 1, 1, QStringLiteral("Chanson"));
         QCOMPARE(Setting(Ini::GenreFirst, Ini::GenreCol), QStringLiteral("Chanson"));
+        // the published picture type names show in the program's language
+        const DataGrid* types = View(p, "LbxPictureType")->grid();
+        QCOMPARE(types->CellText(4, 1), Caption(CapPictureTypeName0 + 3));
+        QVERIFY(!types->CellText(4, 1).isEmpty());
         EditCell(View(p, "LbxPictureType"), 4, 1, QStringLiteral("Front"));
         QCOMPARE(Setting(Ini::PictureTypeFirst + 3, Ini::PictureTypeCol), QStringLiteral("Front"));
         // the number column stays as it is
