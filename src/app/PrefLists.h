@@ -19,10 +19,10 @@ struct PrefListSpec {
     int width = 4550;         // twips of each text column
 };
 
-// The specs of the lists held only by the preferences.
+// The lists held only by the preferences: settings rows, columns and headers.
 const std::vector<PrefListSpec>& PrefListSpecs();
 
-// Fills `grid` with the spec's columns and its rows from the settings.
+// Fills `grid` with the list's columns and its rows from the settings.
 void BuildPrefList(DataGrid& grid, const PrefListSpec& spec);
 // A view of `grid` whose cells write back into the settings; the number column stays.
 DataGridView* MakePrefListView(DataGrid& grid, const PrefListSpec& spec, QWidget* parent);
