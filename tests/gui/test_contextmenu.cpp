@@ -6,11 +6,13 @@
 #include "app/FrmInput.h"
 #include "app/InputDataPage.h"
 #include "list/Marks.h"
+#include "ref/RefColumns.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QMenu>
+#include <QPushButton>
 #include <QTableView>
 #include <QTimer>
 #include <functional>
@@ -19,18 +21,19 @@
 namespace {
 
 // Waits for the popup named mnuInput, then hands it to `act` (which picks or closes).
-void WhenMenuOpens(const std::function<void(QMenu*)>& act, bool* seen) {
+void WhenMenuOpens(const std::function<void(QMenu*)>& act, bool* seen,
+                   const QString& name = QStringLiteral("mnuInput")) {
     auto* poll = new QTimer;
     poll->setInterval(20);
     auto tries = std::make_shared<int>(0);
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, act, seen, tries] {
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, act, seen, tries, name] {
         if (++*tries > 250) { // no menu within five seconds
             poll->stop();
             poll->deleteLater();
             return;
         }
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (!menu || menu->objectName() != QLatin1String("mnuInput"))
+        if (!menu || menu->objectName() != name)
             return;
         poll->stop();
         poll->deleteLater();
@@ -40,9 +43,10 @@ void WhenMenuOpens(const std::function<void(QMenu*)>& act, bool* seen) {
     poll->start();
 }
 
-// The right click on row `row` of LbxInput.
-void RightClickRow(GuiProgram& g, int row) {
-    QTableView* table = g.window->pageData->LbxInput->table();
+// The right click on row `row` of LbxInput (or of another list's table).
+void RightClickRow(GuiProgram& g, int row, QTableView* table = nullptr) {
+    if (!table)
+        table = g.window->pageData->LbxInput->table();
     const QPoint at(table->columnViewportPosition(3) + 5, table->rowViewportPosition(row - 1) + 3);
     // The press of the right button as the window system reports it: a context menu event.
     QContextMenuEvent event(QContextMenuEvent::Mouse, at, table->viewport()->mapToGlobal(at));
@@ -155,6 +159,39 @@ private slots:
         QVERIFY(!QApplication::activePopupWidget());
         QCOMPARE(RowsWithMark(Mark::Default), 0);
         QCOMPARE(int(list.SelectedRows().size()), 1);
+    }
+
+    void refListMarkAndPrintEntries() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        QTest::mouseClick(Control<QPushButton>(g.window.get(), "btnTab1_ToggleRef"), Qt::LeftButton);
+        g.window->show();
+        DataGrid& ref = Grids::LbxRef();
+        for (const char* name : {"a.mp3", "b.mp3"}) {
+            QStringList row(ref.Cols(), QString());
+            row[RefCol::FileName - 1] = QLatin1String(name);
+            ref.AddRow(row);
+        }
+        ref.SetSelected(2, true);
+        QTableView* table = Control<DataGridView>(g.window.get(), "LbxRef")->table();
+        bool seen = false;
+        WhenMenuOpens(
+            [](QMenu* menu) {
+                QVERIFY(!Entry(menu, "Copy")->isEnabled()); // the file commands of this list come later
+                Entry(menu, "Mark00")->trigger();
+            },
+            &seen, QStringLiteral("mnuRef"));
+        RightClickRow(g, 1, table);
+        QTRY_VERIFY(seen);
+        QCOMPARE(ref.CellText(2, RefCol::FTag), Mark::Default);
+        QCOMPARE(ref.CellText(1, RefCol::FTag), QString());
+        // RemMark00: the first mark of the highlighted rows goes again.
+        seen = false;
+        WhenMenuOpens([](QMenu* menu) { Entry(menu, "RemMark00")->trigger(); }, &seen,
+                      QStringLiteral("mnuRef"));
+        RightClickRow(g, 1, table);
+        QTRY_VERIFY(seen);
+        QCOMPARE(ref.CellText(2, RefCol::FTag), QString());
     }
 
     void emptyListOpensNoMenu() {
