@@ -47,6 +47,16 @@ QString ExecContextMenu(QWidget* parent, const ContextMenuEntries& entries, cons
             root.hide();
         });
     }
+    // A group none of whose entries can run is shown disabled as a whole (groups nest
+    // two deep at most, so a group is looked at after its sub-groups by the last pass).
+    for (int pass = 0; pass < 3; ++pass)
+        for (QMenu* m : std::as_const(menus)) {
+            bool any = false;
+            for (QAction* a : m->actions())
+                any = any || (a->isEnabled() && !a->isSeparator());
+            if (!any)
+                m->menuAction()->setEnabled(false);
+        }
     root.exec(globalPos);
     return chosen;
 }

@@ -98,6 +98,9 @@ private slots:
             [](QMenu* menu) {
                 QAction* a = Entry(menu, "HighlightAll");
                 QVERIFY(a && a->isEnabled());
+                // A group whose entries cannot run yet is disabled as a whole.
+                QVERIFY(!Entry(menu, "SingleFile")->isEnabled());
+                QVERIFY(Entry(menu, "Print")->isEnabled());
                 QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(a).center());
             },
             &seen);
