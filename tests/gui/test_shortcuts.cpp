@@ -14,6 +14,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QSlider>
 #include <QTabWidget>
 #include <QTableView>
 
@@ -197,6 +198,22 @@ private slots:
         list.SetCurRow(3);
         QTest::keyClick(Table(g), Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(g.window->pageData->txtTab1_FTag->text(), QStringLiteral("red"));
+    }
+
+    void numberPadPlusAndMinusSetTheVolumeOnThePlayerTab() {
+        GuiProgram& g = Start();
+        QSlider* volume = g.window->playerPanel->sliderTab1_WinampVolume;
+        volume->setValue(50);
+        QTest::keyClick(Table(g), Qt::Key_Plus, Qt::KeypadModifier); // not on the player tab: nothing
+        QCOMPARE(volume->value(), 50);
+        QTest::keyClick(Table(g), Qt::Key_F8, Qt::ShiftModifier);
+        QTest::keyClick(Table(g), Qt::Key_Plus, Qt::KeypadModifier);
+        QCOMPARE(volume->value(), 55);
+        QTest::keyClick(Table(g), Qt::Key_Minus, Qt::KeypadModifier);
+        QTest::keyClick(Table(g), Qt::Key_Minus, Qt::KeypadModifier);
+        QCOMPARE(volume->value(), 45);
+        QTest::keyClick(Table(g), Qt::Key_Plus); // the plus of the main keys is not the pad's
+        QCOMPARE(volume->value(), 45);
     }
 
     void keyOutsideTheTablesDoesNothing() {
