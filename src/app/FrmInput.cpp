@@ -86,6 +86,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     refPanel = RefPanel::Install(pageData, listProgress);
     new InputListMenu(this);  // the right-click menu of LbxInput
     new InputShortcuts(this); // the keys of LbxInput
+    new RefShortcuts(this);   // the keys of LbxRef
     frmTag = new FrmTag;
     renamePanel->tagSetOfTagWindow = [this] { return int(frmTag->ChosenSet()); };
     frmTexte = new FrmTexte;

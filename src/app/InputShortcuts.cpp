@@ -9,6 +9,7 @@
 #include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/PlayerPanel.h"
+#include "app/RefPanel.h"
 #include "app/RenamePanel.h"
 #include "app/UiCaptions.h"
 #include "core/Captions.h"
@@ -18,8 +19,10 @@
 #include "core/Settings.h"
 #include "list/InputColumns.h"
 #include "list/modContextMenu.h"
+#include "list/modMarks.h"
 #include "platform/Shell.h"
 #include "prefs/modExtPrg.h"
+#include "ref/RefColumns.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -28,13 +31,22 @@
 #include <QTabWidget>
 #include <QTableView>
 
-InputShortcuts::InputShortcuts(FrmInput* window) : QObject(window), m_window(window) {
-    SetInputShortcuts(this);
-    connect(window->pageData->LbxInput, &DataGridView::keyPressed, this, [](int key, int modifiers) {
+namespace {
+
+// A list's keys go to the one handler under the list's name.
+void RouteKeys(DataGridView* view, QObject* owner, const QString& list) {
+    QObject::connect(view, &DataGridView::keyPressed, owner, [list](int key, int modifiers) {
         const bool keypad = modifiers & Qt::KeypadModifier;
         const int mask = ShortcutMask(modifiers);
-        HandleShortcut(QStringLiteral("Input"), ShortcutKeyCode(key, keypad, mask & KeyMask::Shift), mask);
+        HandleShortcut(list, ShortcutKeyCode(key, keypad, mask & KeyMask::Shift), mask);
     });
+}
+
+} // namespace
+
+InputShortcuts::InputShortcuts(FrmInput* window) : QObject(window), m_window(window) {
+    SetInputShortcuts(this);
+    RouteKeys(window->pageData->LbxInput, this, QStringLiteral("Input"));
 }
 
 InputShortcuts::~InputShortcuts() {
@@ -144,4 +156,72 @@ void InputShortcuts::VolumeStep(bool up) {
 
 void InputShortcuts::FocusList() {
     m_window->pageData->LbxInput->table()->setFocus();
+}
+
+// ---- the reference list --------------------------------------------------------------
+
+RefShortcuts::RefShortcuts(FrmInput* window) : QObject(window), m_window(window) {
+    SetRefShortcuts(this);
+    RouteKeys(window->refPanel->LbxRef, this, QStringLiteral("Ref"));
+}
+
+RefShortcuts::~RefShortcuts() {
+    SetRefShortcuts(nullptr);
+}
+
+bool RefShortcuts::DirectEdit() const {
+    return m_window->renamePanel->chbTab1_DirectEdit->isChecked();
+}
+
+void RefShortcuts::Inform(int captionRow) {
+    AppPrompt().Tell(Caption(CaptionRow(captionRow)), Prompt::Icon::Information);
+}
+
+QStringList RefShortcuts::Signs() const {
+    return m_window->marksPanel->Signs();
+}
+
+void RefShortcuts::WriteMarkToHighlighted(const QString& mark) {
+    WriteMarkToSelected(Grids::LbxRef(), RefCol::FTag, mark);
+    m_window->refPanel->ShowSums();
+}
+
+QString RefShortcuts::MarkBox() const {
+    return m_window->refPanel->txtTab1_FTagRef->text();
+}
+
+void RefShortcuts::SetMarkBox(const QString& text) {
+    m_window->refPanel->txtTab1_FTagRef->setText(text);
+}
+
+void RefShortcuts::HighlightAll() {
+    Grids::LbxRef().SelectAll();
+    m_window->refPanel->ShowSums();
+}
+
+void RefShortcuts::InvertHighlight() {
+    btnTab1_InvertHilightRef(Grids::LbxRef(), InputListEnv(m_window->pageData, m_window->listProgress));
+}
+
+void RefShortcuts::HighlightByMark() {
+    m_window->refPanel->btnTab1_RefFTagBlue->click();
+}
+
+void RefShortcuts::RemoveMarks() {
+    m_window->refPanel->btnTab1_RemoveRefFtag->click();
+}
+
+void RefShortcuts::DeleteRows() {
+    m_window->refPanel->btnTab1_DeleteRefRows->click();
+}
+
+void RefShortcuts::EraseMarks() {
+    DataGrid& ref = Grids::LbxRef();
+    for (int r = 1; r <= ref.Rows(); ++r)
+        ref.SetCellText(r, RefCol::FTag, QString());
+    m_window->refPanel->ShowSums();
+}
+
+void RefShortcuts::FocusList() {
+    m_window->refPanel->LbxRef->table()->setFocus();
 }

@@ -40,3 +40,28 @@ private:
     QString CurrentFile() const;
     FrmInput* m_window;
 };
+
+// The key commands of the reference list: LbxRef hands its keys to HandleShortcut("Ref").
+class RefShortcuts : public QObject, public RefShortcutCommands {
+    Q_OBJECT
+public:
+    explicit RefShortcuts(FrmInput* window);
+    ~RefShortcuts() override;
+
+    bool DirectEdit() const override;
+    void Inform(int captionRow) override;
+    QStringList Signs() const override;
+    void WriteMarkToHighlighted(const QString& mark) override;
+    QString MarkBox() const override;
+    void SetMarkBox(const QString& text) override;
+    void HighlightAll() override;
+    void InvertHighlight() override;
+    void HighlightByMark() override;
+    void RemoveMarks() override;
+    void DeleteRows() override;
+    void EraseMarks() override;
+    void FocusList() override;
+
+private:
+    FrmInput* m_window;
+};

@@ -8,6 +8,7 @@
 namespace {
 
 InputShortcutCommands* g_input = nullptr;
+RefShortcutCommands* g_ref = nullptr;
 
 constexpr int kPlayerTab = 4; // TabInput1_Sub2: the player
 
@@ -109,6 +110,54 @@ bool InputKey(InputShortcutCommands& c, int key, int shift) {
     return false;
 }
 
+bool RefKey(RefShortcutCommands& c, int key, int shift) {
+    // In direct edit only Delete is refused: the other keys do not touch the cell.
+    if (c.DirectEdit() && key == Vk::Delete) {
+        c.Inform(CapDirectEditKeysOff);
+        return true;
+    }
+    if (shift == KeyMask::None && IsDigit(key)) {
+        const QString sign = c.Signs().value(DigitRow(key) - 1);
+        if (!sign.isEmpty())
+            c.WriteMarkToHighlighted(sign);
+        return true;
+    }
+    if (shift == KeyMask::CtrlShift) {
+        if (key == 'M')
+            c.HighlightByMark();
+        else if (key == 'R')
+            c.RemoveMarks();
+        else
+            return false;
+        return true;
+    }
+    if (shift != KeyMask::Ctrl)
+        return false;
+    if (IsDigit(key)) {
+        c.SetMarkBox(ToggledMark(c.MarkBox(), c.Signs().value(DigitRow(key) - 1)));
+        return true;
+    }
+    switch (key) {
+    case 'A':
+        c.HighlightAll();
+        return true;
+    case 'D':
+        c.DeleteRows();
+        return true;
+    case 'F':
+        c.EraseMarks();
+        return true;
+    case 'I':
+        c.InvertHighlight();
+        return true;
+    case 'M':
+        c.WriteMarkToHighlighted(MarkText(c.MarkBox()));
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 int ShortcutKeyCode(int qtKey, bool keypad, bool shifted) {
@@ -192,6 +241,10 @@ void SetInputShortcuts(InputShortcutCommands* commands) {
     g_input = commands;
 }
 
+void SetRefShortcuts(RefShortcutCommands* commands) {
+    g_ref = commands;
+}
+
 bool HandleShortcut(const QString& list, int keyCode, int shift) {
     if (keyCode == 0)
         return false;
@@ -199,6 +252,12 @@ bool HandleShortcut(const QString& list, int keyCode, int shift) {
         const bool ran = InputKey(*g_input, keyCode, shift);
         if (ran)
             g_input->FocusList();
+        return ran;
+    }
+    if (list == QLatin1String("Ref") && g_ref) {
+        const bool ran = RefKey(*g_ref, keyCode, shift);
+        if (ran)
+            g_ref->FocusList();
         return ran;
     }
     return false;

@@ -61,8 +61,28 @@ public:
     virtual void FocusList() = 0;
 };
 
-// The window registers its interface; null unregisters.
+// The commands the keys of the reference list ("Ref") reach.
+class RefShortcutCommands {
+public:
+    virtual ~RefShortcutCommands() = default;
+    virtual bool DirectEdit() const = 0;
+    virtual void Inform(int captionRow) = 0;
+    virtual QStringList Signs() const = 0;
+    virtual void WriteMarkToHighlighted(const QString& mark) = 0; // then the sums
+    virtual QString MarkBox() const = 0;                          // txtTab1_FTagRef
+    virtual void SetMarkBox(const QString& text) = 0;
+    virtual void HighlightAll() = 0;
+    virtual void InvertHighlight() = 0;
+    virtual void HighlightByMark() = 0; // btnTab1_RefFTagBlue
+    virtual void RemoveMarks() = 0;     // btnTab1_RemoveRefFtag
+    virtual void DeleteRows() = 0;      // btnTab1_DeleteRefRows
+    virtual void EraseMarks() = 0;      // every mark of the list
+    virtual void FocusList() = 0;
+};
+
+// The window registers its interfaces; null unregisters.
 void SetInputShortcuts(InputShortcutCommands* commands);
+void SetRefShortcuts(RefShortcutCommands* commands);
 
 // `list`: "Input", "Ref", ... Returns whether the key ran a command (or was refused).
 bool HandleShortcut(const QString& list, int keyCode, int shift);

@@ -11,9 +11,11 @@
 #include "core/SettingRows.h"
 #include "list/Marks.h"
 #include "list/modShortcuts.h"
+#include "ref/RefColumns.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSlider>
 #include <QTabWidget>
 #include <QTableView>
@@ -214,6 +216,40 @@ private slots:
         QCOMPARE(volume->value(), 45);
         QTest::keyClick(Table(g), Qt::Key_Plus); // the plus of the main keys is not the pad's
         QCOMPARE(volume->value(), 45);
+    }
+
+    void refListKeys() {
+        GuiProgram& g = Start();
+        QTest::mouseClick(Control<QPushButton>(g.window.get(), "btnTab1_ToggleRef"), Qt::LeftButton);
+        DataGrid& ref = Grids::LbxRef();
+        for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) {
+            QStringList row(ref.Cols(), QString());
+            row[RefCol::FileName - 1] = QLatin1String(name);
+            ref.AddRow(row);
+        }
+        QTableView* table = Control<DataGridView>(g.window.get(), "LbxRef")->table();
+        table->setFocus();
+        ref.SetSelected(2, true);
+        QTest::keyClick(table, Qt::Key_1); // digit: the sign into the highlighted rows
+        QCOMPARE(ref.CellText(2, RefCol::FTag), QStringLiteral("one"));
+        QCOMPARE(Grids::LbxInput().CellText(2, InCol::FTag), QString()); // the data list stays
+        QTest::keyClick(table, Qt::Key_2, Qt::ControlModifier);          // Ctrl+digit: the list's mark box
+        auto* box = Control<QLineEdit>(g.window.get(), "txtTab1_FTagRef");
+        QCOMPARE(box->text(), QStringLiteral("two"));
+        QTest::keyClick(table, Qt::Key_M, Qt::ControlModifier); // Ctrl+M: the box into the rows
+        QCOMPARE(ref.CellText(2, RefCol::FTag), QStringLiteral("two"));
+        QTest::keyClick(table, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(int(ref.SelectedRows().size()), 3);
+        QTest::keyClick(table, Qt::Key_I, Qt::ControlModifier);
+        QCOMPARE(int(ref.SelectedRows().size()), 0);
+        QTest::keyClick(table, Qt::Key_F, Qt::ControlModifier); // Ctrl+F: every mark goes
+        QCOMPARE(ref.CellText(2, RefCol::FTag), QString());
+        QCOMPARE(g.window->focusWidget(), table);
+        // In direct edit only Delete is refused.
+        Control<QCheckBox>(g.window.get(), "chbTab1_DirectEdit")->setChecked(true);
+        QTest::keyClick(table, Qt::Key_Delete);
+        QVERIFY(Told(g, CapDirectEditKeysOff));
+        QCOMPARE(ref.Rows(), 3);
     }
 
     void keyOutsideTheTablesDoesNothing() {
