@@ -142,13 +142,8 @@ void InputListMenu::RunKey(const QString& key) {
     } else if ((n = MenuKeyNumber(key, QStringLiteral("AudioType"))) >= 1) {
         if (n <= m_shown.audioTypes.size())
             HighlightType(m_shown.audioTypes[n - 1]);
-    } else if (key == QLatin1String("PrintAll") || key == QLatin1String("PrintHighlighted") ||
-               key == QLatin1String("PrintFTag")) {
-        const PrintRowChoice choice = key == QLatin1String("PrintAll")           ? PrintRowChoice::All
-                                      : key == QLatin1String("PrintHighlighted") ? PrintRowChoice::Highlighted
-                                                                                 : PrintRowChoice::Marked;
-        PrintGridCommand(m_window, AppPrompt(), list, choice, m_window->pageData->txtTab1_FTag->text(),
-                         list.Tag);
+    } else if (PrintMenuKey(m_window, key, list, m_window->pageData->txtTab1_FTag->text())) {
+        // printed
     } else if (key == QLatin1String("RemMarkAll")) {
         RemoveMarkOfHighlighted(QString(), true);
     } else if ((n = MenuKeyNumber(key, QStringLiteral("RemMark"))) >= 0) {

@@ -410,12 +410,8 @@ void RefPanel::RunMenuKey(const QString& key, const RefMenuState& state) {
         PlayHighlightedRows(list, true, save, key != QLatin1String("play2"), play);
     } else if (key == QLatin1String("HighlightAll")) {
         ::btnTab1_HighlightAll(list, InputListEnv(m_page, m_progress), SumList::Ref);
-    } else if (key == QLatin1String("PrintAll") || key == QLatin1String("PrintHighlighted") ||
-               key == QLatin1String("PrintFTag")) {
-        const PrintRowChoice choice = key == QLatin1String("PrintAll")           ? PrintRowChoice::All
-                                      : key == QLatin1String("PrintHighlighted") ? PrintRowChoice::Highlighted
-                                                                                 : PrintRowChoice::Marked;
-        PrintGridCommand(this, AppPrompt(), list, choice, txtTab1_FTagRef->text(), list.Tag);
+    } else if (PrintMenuKey(this, key, list, txtTab1_FTagRef->text())) {
+        // printed
     } else if (key == QLatin1String("RemMarkAll")) {
         RemoveMarkOfSelected(list, RefCol::FTag, QString(), true);
         ShowSums();

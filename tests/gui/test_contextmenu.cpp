@@ -5,6 +5,7 @@
 #include "app/DataGridView.h"
 #include "app/FrmInput.h"
 #include "app/InputDataPage.h"
+#include "app/PrintUi.h"
 #include "list/Marks.h"
 #include "ref/RefColumns.h"
 
@@ -14,6 +15,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -195,6 +197,22 @@ private slots:
         RightClickRow(g, 1, table);
         QTRY_VERIFY(seen);
         QCOMPARE(ref.CellText(2, RefCol::FTag), QString());
+    }
+
+    void printAllFromTheMenu() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        g.window->show();
+        FillSampleRows();
+        QTemporaryDir dir;
+        const QString pdf = dir.filePath(QStringLiteral("menu.pdf"));
+        SetPrintToPdf(pdf);
+        bool seen = false;
+        WhenMenuOpens([](QMenu* menu) { Entry(menu, "PrintAll")->trigger(); }, &seen);
+        RightClickRow(g, 1);
+        QTRY_VERIFY(seen);
+        SetPrintToPdf(QString());
+        QVERIFY(QFileInfo(pdf).size() > 0);
     }
 
     void emptyListOpensNoMenu() {
