@@ -12,6 +12,8 @@
 #include "app/FrmTag.h"
 #include "app/FrmTexte.h"
 #include "app/InputDataPage.h"
+#include "app/InputListMenu.h"
+#include "app/InputShortcuts.h"
 #include "app/ListProgressBar.h"
 #include "app/ListsPanel.h"
 #include "app/MarksPanel.h"
@@ -82,6 +84,9 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     scanPanel = ScanPanel::Install(pageData, listProgress);
     playerPanel = PlayerPanel::Install(pageData);
     refPanel = RefPanel::Install(pageData, listProgress);
+    new InputListMenu(this);  // the right-click menu of LbxInput
+    new InputShortcuts(this); // the keys of LbxInput
+    new RefShortcuts(this);   // the keys of LbxRef
     frmTag = new FrmTag;
     renamePanel->tagSetOfTagWindow = [this] { return int(frmTag->ChosenSet()); };
     frmTexte = new FrmTexte;

@@ -1,8 +1,10 @@
 #include "app/PrintUi.h"
 
+#include "app/MessageBoxPrompt.h"
 #include "app/QtPrintDevice.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
+#include "core/DataGrid.h"
 #include "core/Prompt.h"
 #include "core/Settings.h"
 
@@ -60,4 +62,18 @@ void PrintGridCommand(QWidget* parent, Prompt& prompt, const DataGrid& grid, Pri
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
                      [&](QPrinter* p) { PrintOnto(prompt, *p, title, text, false); });
     preview.exec();
+}
+
+bool PrintMenuKey(QWidget* parent, const QString& key, const DataGrid& grid, const QString& mark) {
+    PrintRowChoice choice;
+    if (key == QLatin1String("PrintAll"))
+        choice = PrintRowChoice::All;
+    else if (key == QLatin1String("PrintHighlighted"))
+        choice = PrintRowChoice::Highlighted;
+    else if (key == QLatin1String("PrintFTag"))
+        choice = PrintRowChoice::Marked;
+    else
+        return false;
+    PrintGridCommand(parent, AppPrompt(), grid, choice, mark, grid.Tag);
+    return true;
 }

@@ -17,6 +17,10 @@ bool PrintTextCommand(Prompt& prompt, const QString& path, const QString& text);
 void PrintGridCommand(QWidget* parent, Prompt& prompt, const DataGrid& grid, PrintRowChoice choice,
                       const QString& mark, const QString& title);
 
+// The print entries of the lists' menus: PrintAll, PrintHighlighted, PrintFTag print the
+// rows of `grid` (its Tag names the list on the page). False for any other key.
+bool PrintMenuKey(QWidget* parent, const QString& key, const DataGrid& grid, const QString& mark);
+
 // Tests send every print into this PDF file instead of the printer (empty: the printer),
 // and skip the preview.
 void SetPrintToPdf(const QString& pdfPath);

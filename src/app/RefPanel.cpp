@@ -1,11 +1,13 @@
 #include "app/RefPanel.h"
 
+#include "app/ContextMenuView.h"
 #include "app/DataGridView.h"
 #include "app/ExportDialog.h"
 #include "app/FrmShowColumnRef.h"
 #include "app/InputDataPage.h"
 #include "app/InputListEnv.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/PrintUi.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -14,10 +16,13 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "file/ftcFileOps.h"
+#include "list/modContextMenu.h"
 #include "list/modList.h"
 #include "list/modListEnv.h"
 #include "list/modMarks.h"
 #include "output/modExport.h"
+#include "playlist/modPlaylistPlay.h"
+#include "ref/RefColumns.h"
 #include "ref/modRef.h"
 #include "ref/modRefMatch.h"
 #include "ref/modRefReplace.h"
@@ -369,10 +374,55 @@ FrmShowColumnRef* RefPanel::ShowColumnWindow() {
 }
 
 void RefPanel::ShowListMenu(const QPoint& at) {
-    // The columns of the list; the list's other entries come with the program's menus.
-    QMenu menu(LbxRef);
-    QAction* columns = menu.addAction(Caption(CapColumnsMenu));
-    columns->setObjectName(QStringLiteral("ColsFrm"));
-    if (menu.exec(LbxRef->table()->viewport()->mapToGlobal(at)) == columns)
+    DataGrid& list = Grids::LbxRef();
+    RefMenuState state;
+    state.rows = list.Rows();
+    const std::vector<int> sel = list.SelectedRows();
+    state.highlighted = int(sel.size());
+    state.marks << MarkText(txtTab1_FTagRef->text());
+    for (int r = Ini::SignFirst; r <= Ini::SignLast; ++r)
+        state.marks << Settings().CellText(r, Ini::SignCol);
+    for (int r : sel) {
+        const QString mark = list.CellText(r, RefCol::FTag);
+        if (!mark.isEmpty() && !state.presentMarks.contains(mark))
+            state.presentMarks << mark;
+    }
+    ContextMenuEntries entries = BuildRefMenu(state, &RefMenuCaption);
+    // The direct edit, the column presets and the file commands of this list come later.
+    entries.DisableKeys({QStringLiteral("dEditOn"), QStringLiteral("dEditOff"), QStringLiteral("ColsAll"),
+                         QStringLiteral("ColsPreset"), QStringLiteral("Rem_F"), QStringLiteral("CMD"),
+                         QStringLiteral("Copy"), QStringLiteral("Move"), QStringLiteral("Delete")});
+    const QString key = ExecContextMenu(
+        LbxRef->table(), entries, LbxRef->table()->viewport()->mapToGlobal(at), QStringLiteral("mnuRef"));
+    RunMenuKey(key, state);
+}
+
+void RefPanel::RunMenuKey(const QString& key, const RefMenuState& state) {
+    if (key.isEmpty())
+        return;
+    DataGrid& list = Grids::LbxRef();
+    int n = -1;
+    if (key == QLatin1String("play") || key == QLatin1String("play1") || key == QLatin1String("play2") ||
+        key == QLatin1String("play3")) {
+        PlayEnv play(AppPrompt());
+        play.noMsg = m_page->chbTab1_NoMsg->isChecked();
+        const bool save = key == QLatin1String("play2") || key == QLatin1String("play3");
+        PlayHighlightedRows(list, true, save, key != QLatin1String("play2"), play);
+    } else if (key == QLatin1String("HighlightAll")) {
+        ::btnTab1_HighlightAll(list, InputListEnv(m_page, m_progress), SumList::Ref);
+    } else if (PrintMenuKey(this, key, list, txtTab1_FTagRef->text())) {
+        // printed
+    } else if (key == QLatin1String("RemMarkAll")) {
+        RemoveMarkOfSelected(list, RefCol::FTag, QString(), true);
+        ShowSums();
+    } else if ((n = MenuKeyNumber(key, QStringLiteral("RemMark"))) >= 0) {
+        RemoveMarkOfSelected(list, RefCol::FTag, state.presentMarks.value(n), false);
+        ShowSums();
+    } else if ((n = MenuKeyNumber(key, QStringLiteral("Mark"))) >= 0) {
+        if (!state.marks.value(n).isEmpty())
+            WriteMarkToSelected(list, RefCol::FTag, state.marks.value(n));
+        ShowSums();
+    } else if (key == QLatin1String("optCol") || key == QLatin1String("ColsFrm")) {
         ShowColumnWindow()->Open();
+    }
 }

@@ -16,6 +16,8 @@ class QPushButton;
 class QRadioButton;
 class QSplitter;
 
+struct RefMenuState;
+
 class RefPanel : public QWidget {
     Q_OBJECT
 public:
@@ -73,6 +75,7 @@ private:
     void RefOKClick();
     void ExportClick();
     void ShowListMenu(const QPoint& at);
+    void RunMenuKey(const QString& key, const RefMenuState& state);
 
     InputDataPage* m_page;
     ListProgress* m_progress;

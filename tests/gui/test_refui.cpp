@@ -306,15 +306,18 @@ private slots:
             g.window->show();
             QVERIFY(QTest::qWaitForWindowExposed(g.window.get()));
             auto* table = Control<DataGridView>(g.window.get(), "LbxRef")->table();
+            // The menu opens only over a list with rows.
+            QStringList row(Grids::LbxRef().Cols(), QString());
+            row[RefCol::FileName - 1] = QStringLiteral("a.mp3");
+            Grids::LbxRef().AddRow(row);
             bool chosen = false;
             QTimer::singleShot(100, [&] {
                 if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
-                    for (QAction* a : menu->actions())
-                        if (a->objectName() == QLatin1String("ColsFrm")) {
-                            chosen = true;
-                            menu->setActiveAction(a);
-                            QTest::keyClick(menu, Qt::Key_Return);
-                        }
+                    // "Columns" is a sub-menu of the list's menu.
+                    if (auto* a = menu->findChild<QAction*>(QStringLiteral("ColsFrm"))) {
+                        chosen = true;
+                        a->trigger();
+                    }
                 }
             });
             const QPoint at = table->viewport()->rect().center();

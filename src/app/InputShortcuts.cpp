@@ -1,0 +1,227 @@
+#include "app/InputShortcuts.h"
+
+#include "app/DataGridView.h"
+#include "app/FrmInput.h"
+#include "app/FrmSongtext.h"
+#include "app/InputDataPage.h"
+#include "app/InputListEnv.h"
+#include "app/ListProgressBar.h"
+#include "app/MarksPanel.h"
+#include "app/MessageBoxPrompt.h"
+#include "app/PlayerPanel.h"
+#include "app/RefPanel.h"
+#include "app/RenamePanel.h"
+#include "app/UiCaptions.h"
+#include "core/Captions.h"
+#include "core/DataGrid.h"
+#include "core/GlobalGrids.h"
+#include "core/SettingRows.h"
+#include "core/Settings.h"
+#include "list/InputColumns.h"
+#include "list/modContextMenu.h"
+#include "list/modMarks.h"
+#include "platform/Shell.h"
+#include "prefs/modExtPrg.h"
+#include "ref/RefColumns.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QTabWidget>
+#include <QTableView>
+
+namespace {
+
+// A list's keys go to the one handler under the list's name.
+void RouteKeys(DataGridView* view, QObject* owner, const QString& list) {
+    QObject::connect(view, &DataGridView::keyPressed, owner, [list](int key, int modifiers) {
+        const bool keypad = modifiers & Qt::KeypadModifier;
+        const int mask = ShortcutMask(modifiers);
+        HandleShortcut(list, ShortcutKeyCode(key, keypad, mask & KeyMask::Shift), mask);
+    });
+}
+
+} // namespace
+
+InputShortcuts::InputShortcuts(FrmInput* window) : QObject(window), m_window(window) {
+    SetInputShortcuts(this);
+    RouteKeys(window->pageData->LbxInput, this, QStringLiteral("Input"));
+}
+
+InputShortcuts::~InputShortcuts() {
+    SetInputShortcuts(nullptr);
+}
+
+bool InputShortcuts::DirectEdit() const {
+    return m_window->renamePanel->chbTab1_DirectEdit->isChecked();
+}
+
+void InputShortcuts::Inform(int captionRow) {
+    AppPrompt().Tell(Caption(CaptionRow(captionRow)), Prompt::Icon::Information);
+}
+
+void InputShortcuts::CloseSongtext() {
+    if (m_window->frmSongtext && m_window->frmSongtext->isVisible())
+        m_window->frmSongtext->close();
+}
+
+QStringList InputShortcuts::Signs() const {
+    return m_window->marksPanel->Signs();
+}
+
+QString InputShortcuts::ProgramPath(int row) const {
+    return Settings().CellText(Ini::PrgExternFirst + row - 1, Ini::PrgExternPathCol);
+}
+
+QString InputShortcuts::CurrentFile() const {
+    const DataGrid& list = Grids::LbxInput();
+    const int r = list.CurRow();
+    if (r < 1 || r > list.Rows())
+        return QString();
+    return list.CellText(r, InCol::Path) + u'/' + list.CellText(r, InCol::FileName);
+}
+
+void InputShortcuts::OpenCurrentWith(const QString& program) {
+    const QString file = CurrentFile();
+    if (!file.isEmpty())
+        StartExternalProgram(program, {file}, AppPrompt());
+}
+
+void InputShortcuts::OpenCurrentFile() {
+    const QString file = CurrentFile();
+    if (!file.isEmpty())
+        TheShell().Open(file);
+}
+
+int InputShortcuts::Sub2() const {
+    // The fixed place of the tab in its strip, as Shift+F4 to F8 address it.
+    const QTabWidget* strip = m_window->pageData->TabInput1_Sub2;
+    return strip->currentIndex() < 0 ? -1 : FixedTabIndex(strip, strip->currentIndex());
+}
+
+void InputShortcuts::SelectSub1(int index) {
+    InputDataPage::SelectSubTab(m_window->pageData->TabInput1_Sub1, index);
+}
+
+void InputShortcuts::SelectSub2(int index) {
+    InputDataPage::SelectSubTab(m_window->pageData->TabInput1_Sub2, index);
+}
+
+void InputShortcuts::WriteMarkToHighlighted(const QString& mark) {
+    WriteMarkToSelected(Grids::LbxInput(), InCol::FTag, mark);
+    InputListEnv(m_window->pageData, m_window->listProgress).ShowTotals();
+}
+
+QString InputShortcuts::MarkBox(bool player) const {
+    return (player ? m_window->playerPanel->txtTab1_FTag4 : m_window->pageData->txtTab1_FTag)->text();
+}
+
+void InputShortcuts::SetMarkBox(bool player, const QString& text) {
+    (player ? m_window->playerPanel->txtTab1_FTag4 : m_window->pageData->txtTab1_FTag)->setText(text);
+}
+
+void InputShortcuts::HighlightByMark() {
+    m_window->marksPanel->btnTab1_FTagBlue->click();
+}
+
+void InputShortcuts::RemoveMarks() {
+    m_window->marksPanel->btnTab1_RemoveFtag->click();
+}
+
+void InputShortcuts::HighlightAll() {
+    m_window->marksPanel->btnTab1_HighlightAll->click();
+}
+
+void InputShortcuts::InvertHighlight() {
+    m_window->marksPanel->btnTab1_InvertHighlight->click();
+}
+
+void InputShortcuts::SetMarkActRow() {
+    m_window->marksPanel->btnTab1_SetFTagActRow->click();
+}
+
+void InputShortcuts::TakeMarkOfCurrentRow() {
+    const DataGrid& list = Grids::LbxInput();
+    const int r = list.CurRow();
+    if (r >= 1 && r <= list.Rows())
+        m_window->pageData->txtTab1_FTag->setText(list.CellText(r, InCol::FTag));
+}
+
+void InputShortcuts::VolumeStep(bool up) {
+    QSlider* slider = m_window->playerPanel->sliderTab1_WinampVolume;
+    if (slider->isEnabled())
+        slider->setValue(slider->value() + (up ? 5 : -5));
+}
+
+void InputShortcuts::FocusList() {
+    m_window->pageData->LbxInput->table()->setFocus();
+}
+
+// ---- the reference list --------------------------------------------------------------
+
+RefShortcuts::RefShortcuts(FrmInput* window) : QObject(window), m_window(window) {
+    SetRefShortcuts(this);
+    RouteKeys(window->refPanel->LbxRef, this, QStringLiteral("Ref"));
+}
+
+RefShortcuts::~RefShortcuts() {
+    SetRefShortcuts(nullptr);
+}
+
+bool RefShortcuts::DirectEdit() const {
+    return m_window->renamePanel->chbTab1_DirectEdit->isChecked();
+}
+
+void RefShortcuts::Inform(int captionRow) {
+    AppPrompt().Tell(Caption(CaptionRow(captionRow)), Prompt::Icon::Information);
+}
+
+QStringList RefShortcuts::Signs() const {
+    return m_window->marksPanel->Signs();
+}
+
+void RefShortcuts::WriteMarkToHighlighted(const QString& mark) {
+    WriteMarkToSelected(Grids::LbxRef(), RefCol::FTag, mark);
+    m_window->refPanel->ShowSums();
+}
+
+QString RefShortcuts::MarkBox() const {
+    return m_window->refPanel->txtTab1_FTagRef->text();
+}
+
+void RefShortcuts::SetMarkBox(const QString& text) {
+    m_window->refPanel->txtTab1_FTagRef->setText(text);
+}
+
+void RefShortcuts::HighlightAll() {
+    Grids::LbxRef().SelectAll();
+    m_window->refPanel->ShowSums();
+}
+
+void RefShortcuts::InvertHighlight() {
+    btnTab1_InvertHilightRef(Grids::LbxRef(), InputListEnv(m_window->pageData, m_window->listProgress));
+}
+
+void RefShortcuts::HighlightByMark() {
+    m_window->refPanel->btnTab1_RefFTagBlue->click();
+}
+
+void RefShortcuts::RemoveMarks() {
+    m_window->refPanel->btnTab1_RemoveRefFtag->click();
+}
+
+void RefShortcuts::DeleteRows() {
+    m_window->refPanel->btnTab1_DeleteRefRows->click();
+}
+
+void RefShortcuts::EraseMarks() {
+    DataGrid& ref = Grids::LbxRef();
+    for (int r = 1; r <= ref.Rows(); ++r)
+        ref.SetCellText(r, RefCol::FTag, QString());
+    m_window->refPanel->ShowSums();
+}
+
+void RefShortcuts::FocusList() {
+    m_window->refPanel->LbxRef->table()->setFocus();
+}

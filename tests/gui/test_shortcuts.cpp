@@ -1,0 +1,267 @@
+// The keys of the data list: each row of its key table, sent to LbxInput as a user
+// presses it, with the focus back on the list afterwards.
+
+#include "ListWindowFixture.h"
+#include "app/DataGridView.h"
+#include "app/FrmInput.h"
+#include "app/InputDataPage.h"
+#include "app/PlayerPanel.h"
+#include "core/CaptionRows.h"
+#include "core/Captions.h"
+#include "core/SettingRows.h"
+#include "list/Marks.h"
+#include "list/modShortcuts.h"
+#include "ref/RefColumns.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QTabWidget>
+#include <QTableView>
+
+namespace {
+
+QMap<QPair<int, int>, QString> SignIni() {
+    QMap<QPair<int, int>, QString> ini;
+    ini[{Ini::SignFirst, Ini::SignCol}] = QStringLiteral("one");
+    ini[{Ini::SignFirst + 1, Ini::SignCol}] = QStringLiteral("two");
+    ini[{Ini::SignLast, Ini::SignCol}] = QStringLiteral("ten");
+    return ini;
+}
+
+QTableView* Table(GuiProgram& g) {
+    return g.window->pageData->LbxInput->table();
+}
+
+bool Told(GuiProgram& g, CaptionRow row) {
+    for (const auto& s : g.prompt.shown)
+        if (s.text.contains(Caption(row)))
+            return true;
+    return false;
+}
+
+int SubTabIndex(QTabWidget* strip) {
+    return strip->currentWidget()->property("subTabIndex").toInt();
+}
+
+} // namespace
+
+class TestShortcuts : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<GuiProgram> m_g;
+
+    GuiProgram& Start() {
+        m_g = std::make_unique<GuiProgram>();
+        if (!m_g->Start(SignIni()))
+            qFatal("start failed");
+        m_g->window->show();
+        FillSampleRows();
+        Table(*m_g)->setFocus();
+        return *m_g;
+    }
+
+private slots:
+    void cleanup() { m_g.reset(); }
+
+    void keyNumbers() {
+        QCOMPARE(ShortcutKeyCode(Qt::Key_0, false, false), 48);
+        QCOMPARE(ShortcutKeyCode(Qt::Key_Z, false, false), 90);
+        QCOMPARE(ShortcutKeyCode(Qt::Key_F8, false, false), 119);
+        QCOMPARE(ShortcutKeyCode(Qt::Key_Plus, true, false), 107);
+        QCOMPARE(ShortcutKeyCode(Qt::Key_Minus, true, false), 109);
+        QCOMPARE(ShortcutKeyCode(Qt::Key_Plus, false, false), 0); // the main plus is not the pad's
+        QCOMPARE(ShortcutKeyCode(Qt::Key_Exclam, false, true), 49);
+        QCOMPARE(ShortcutKeyCode(Qt::Key_Slash, false, false), 0);
+        QCOMPARE(ShortcutKeyCode(Qt::Key_Escape, false, false), 27);
+        QCOMPARE(ShortcutMask(int(Qt::ControlModifier | Qt::ShiftModifier)), 3);
+        QCOMPARE(ShortcutMask(int(Qt::ControlModifier | Qt::AltModifier)), 6);
+        QCOMPARE(DigitRow(48), 10);
+        QCOMPARE(DigitRow(51), 3);
+        QCOMPARE(DigitRow(65), 0);
+        QCOMPARE(ToggledMark(QStringLiteral("a"), QStringLiteral("a")), QString());
+        QCOMPARE(ToggledMark(QStringLiteral("b"), QStringLiteral("a")), QStringLiteral("a"));
+    }
+
+    void digitWritesSignToHighlightedRows() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        list.SetSelected(2, true);
+        list.SetSelected(3, true);
+        QTest::keyClick(Table(g), Qt::Key_2);
+        QCOMPARE(list.CellText(2, InCol::FTag), QStringLiteral("two"));
+        QCOMPARE(list.CellText(3, InCol::FTag), QStringLiteral("two"));
+        QCOMPARE(list.CellText(1, InCol::FTag), QString());
+        QTest::keyClick(Table(g), Qt::Key_0); // digit 0 is row 10
+        QCOMPARE(list.CellText(2, InCol::FTag), QStringLiteral("ten"));
+        QTest::keyClick(Table(g), Qt::Key_5); // an empty sign sets nothing
+        QCOMPARE(list.CellText(2, InCol::FTag), QStringLiteral("ten"));
+        QCOMPARE(g.window->focusWidget(), Table(g));
+    }
+
+    void directEditRefusesKeys() {
+        GuiProgram& g = Start();
+        Control<QCheckBox>(g.window.get(), "chbTab1_DirectEdit")->setChecked(true);
+        DataGrid& list = Grids::LbxInput();
+        list.SetSelected(1, true);
+        QTest::keyClick(Table(g), Qt::Key_1);
+        QCOMPARE(list.CellText(1, InCol::FTag), QString());
+        QVERIFY(Told(g, CapDirectEditKeysOff));
+    }
+
+    void shiftDigitWithoutProgramTells() {
+        GuiProgram& g = Start();
+        Grids::LbxInput().SetCurRow(1);
+        QTest::keyClick(Table(g), Qt::Key_3, Qt::ShiftModifier);
+        QVERIFY(Told(g, CapNoExternalProgram));
+    }
+
+    void shiftFunctionKeysChooseSubTabs() {
+        GuiProgram& g = Start();
+        QTest::keyClick(Table(g), Qt::Key_F2, Qt::ShiftModifier);
+        QCOMPARE(SubTabIndex(g.window->pageData->TabInput1_Sub1), 1);
+        QTest::keyClick(Table(g), Qt::Key_F3, Qt::ShiftModifier);
+        QCOMPARE(SubTabIndex(g.window->pageData->TabInput1_Sub1), 2);
+        QTest::keyClick(Table(g), Qt::Key_F5, Qt::ShiftModifier);
+        QCOMPARE(SubTabIndex(g.window->pageData->TabInput1_Sub2), 1);
+        QTest::keyClick(Table(g), Qt::Key_F8, Qt::ShiftModifier);
+        QCOMPARE(SubTabIndex(g.window->pageData->TabInput1_Sub2), 4);
+        QCOMPARE(g.window->focusWidget(), Table(g));
+        QCOMPARE(g.window->TabInput->currentIndex(), 0); // the plain F keys' areas stay put
+    }
+
+    void ctrlShiftMHighlightsByMark() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        list.SetCellText(4, InCol::FTag, QStringLiteral("gold"));
+        g.window->pageData->txtTab1_FTag->setText(QStringLiteral("gold"));
+        g.window->pageData->chbTab1_NoMsg->setChecked(true);
+        QTest::keyClick(Table(g), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+        const std::vector<int> sel = list.SelectedRows();
+        QCOMPARE(int(sel.size()), 1);
+        QCOMPARE(sel[0], 4);
+    }
+
+    void ctrlShiftRRemovesMarks() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        list.SetCellText(2, InCol::FTag, QStringLiteral("x"));
+        list.SetSelected(2, true);
+        g.prompt.answers.push_back(true);
+        QTest::keyClick(Table(g), Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(list.CellText(2, InCol::FTag), QString());
+    }
+
+    void ctrlDigitTogglesTheMarkBox() {
+        GuiProgram& g = Start();
+        QLineEdit* box = g.window->pageData->txtTab1_FTag;
+        QTest::keyClick(Table(g), Qt::Key_1, Qt::ControlModifier);
+        QCOMPARE(box->text(), QStringLiteral("one"));
+        QTest::keyClick(Table(g), Qt::Key_1, Qt::ControlModifier);
+        QCOMPARE(box->text(), QString());
+        QCOMPARE(g.window->focusWidget(), Table(g));
+    }
+
+    void ctrlDigitOnThePlayerTabFillsItsBox() {
+        GuiProgram& g = Start();
+        QTest::keyClick(Table(g), Qt::Key_F8, Qt::ShiftModifier);
+        QTest::keyClick(Table(g), Qt::Key_2, Qt::ControlModifier);
+        QCOMPARE(g.window->playerPanel->txtTab1_FTag4->text(), QStringLiteral("two"));
+        QCOMPARE(g.window->pageData->txtTab1_FTag->text(), QString());
+    }
+
+    void ctrlAHighlightsAllAndCtrlIInverts() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        QTest::keyClick(Table(g), Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(int(list.SelectedRows().size()), list.Rows());
+        QTest::keyClick(Table(g), Qt::Key_I, Qt::ControlModifier);
+        QCOMPARE(int(list.SelectedRows().size()), 0);
+    }
+
+    void ctrlMMarksHighlightedRows() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        list.SetSelected(5, true);
+        g.window->pageData->txtTab1_FTag->setText(QStringLiteral("blue"));
+        QTest::keyClick(Table(g), Qt::Key_M, Qt::ControlModifier);
+        QCOMPARE(list.CellText(5, InCol::FTag), QStringLiteral("blue"));
+        g.window->pageData->txtTab1_FTag->clear();
+        list.SetSelected(6, true);
+        QTest::keyClick(Table(g), Qt::Key_M, Qt::ControlModifier);
+        QCOMPARE(list.CellText(6, InCol::FTag), Mark::Default);
+    }
+
+    void ctrlZTakesTheMarkOfTheCurrentRow() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        list.SetCellText(3, InCol::FTag, QStringLiteral("red"));
+        list.SetCurRow(3);
+        QTest::keyClick(Table(g), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(g.window->pageData->txtTab1_FTag->text(), QStringLiteral("red"));
+    }
+
+    void numberPadPlusAndMinusSetTheVolumeOnThePlayerTab() {
+        GuiProgram& g = Start();
+        QSlider* volume = g.window->playerPanel->sliderTab1_WinampVolume;
+        volume->setValue(50);
+        QTest::keyClick(Table(g), Qt::Key_Plus, Qt::KeypadModifier); // not on the player tab: nothing
+        QCOMPARE(volume->value(), 50);
+        QTest::keyClick(Table(g), Qt::Key_F8, Qt::ShiftModifier);
+        QTest::keyClick(Table(g), Qt::Key_Plus, Qt::KeypadModifier);
+        QCOMPARE(volume->value(), 55);
+        QTest::keyClick(Table(g), Qt::Key_Minus, Qt::KeypadModifier);
+        QTest::keyClick(Table(g), Qt::Key_Minus, Qt::KeypadModifier);
+        QCOMPARE(volume->value(), 45);
+        QTest::keyClick(Table(g), Qt::Key_Plus); // the plus of the main keys is not the pad's
+        QCOMPARE(volume->value(), 45);
+    }
+
+    void refListKeys() {
+        GuiProgram& g = Start();
+        QTest::mouseClick(Control<QPushButton>(g.window.get(), "btnTab1_ToggleRef"), Qt::LeftButton);
+        DataGrid& ref = Grids::LbxRef();
+        for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) {
+            QStringList row(ref.Cols(), QString());
+            row[RefCol::FileName - 1] = QLatin1String(name);
+            ref.AddRow(row);
+        }
+        QTableView* table = Control<DataGridView>(g.window.get(), "LbxRef")->table();
+        table->setFocus();
+        ref.SetSelected(2, true);
+        QTest::keyClick(table, Qt::Key_1); // digit: the sign into the highlighted rows
+        QCOMPARE(ref.CellText(2, RefCol::FTag), QStringLiteral("one"));
+        QCOMPARE(Grids::LbxInput().CellText(2, InCol::FTag), QString()); // the data list stays
+        QTest::keyClick(table, Qt::Key_2, Qt::ControlModifier);          // Ctrl+digit: the list's mark box
+        auto* box = Control<QLineEdit>(g.window.get(), "txtTab1_FTagRef");
+        QCOMPARE(box->text(), QStringLiteral("two"));
+        QTest::keyClick(table, Qt::Key_M, Qt::ControlModifier); // Ctrl+M: the box into the rows
+        QCOMPARE(ref.CellText(2, RefCol::FTag), QStringLiteral("two"));
+        QTest::keyClick(table, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(int(ref.SelectedRows().size()), 3);
+        QTest::keyClick(table, Qt::Key_I, Qt::ControlModifier);
+        QCOMPARE(int(ref.SelectedRows().size()), 0);
+        QTest::keyClick(table, Qt::Key_F, Qt::ControlModifier); // Ctrl+F: every mark goes
+        QCOMPARE(ref.CellText(2, RefCol::FTag), QString());
+        QCOMPARE(g.window->focusWidget(), table);
+        // In direct edit only Delete is refused.
+        Control<QCheckBox>(g.window.get(), "chbTab1_DirectEdit")->setChecked(true);
+        QTest::keyClick(table, Qt::Key_Delete);
+        QVERIFY(Told(g, CapDirectEditKeysOff));
+        QCOMPARE(ref.Rows(), 3);
+    }
+
+    void keyOutsideTheTablesDoesNothing() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        list.SetSelected(1, true);
+        QTest::keyClick(Table(g), Qt::Key_Q);
+        QTest::keyClick(Table(g), Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier);
+        QCOMPARE(list.CellText(1, InCol::FTag), QString());
+        QVERIFY(g.prompt.shown.empty());
+    }
+};
+
+QTEST_MAIN(TestShortcuts)
+#include "test_shortcuts.moc"
