@@ -1,11 +1,13 @@
 #include "app/InputShortcuts.h"
 
 #include "app/DataGridView.h"
+#include "app/FilesPanel.h"
 #include "app/FrmInput.h"
 #include "app/FrmSongtext.h"
 #include "app/InputDataPage.h"
 #include "app/InputListEnv.h"
 #include "app/ListProgressBar.h"
+#include "app/ListsPanel.h"
 #include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/PlayerPanel.h"
@@ -19,6 +21,7 @@
 #include "core/Settings.h"
 #include "list/InputColumns.h"
 #include "list/modContextMenu.h"
+#include "list/modListRemove.h"
 #include "list/modMarks.h"
 #include "platform/Shell.h"
 #include "prefs/modExtPrg.h"
@@ -27,6 +30,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QTabWidget>
 #include <QTableView>
@@ -154,6 +158,64 @@ void InputShortcuts::VolumeStep(bool up) {
         slider->setValue(slider->value() + (up ? 5 : -5));
 }
 
+void InputShortcuts::PlayerGoForward() {
+    m_window->playerPanel->btnTab1_GoFwd->click();
+}
+
+void InputShortcuts::RunListCommand(ListCommand command) {
+    ListsPanel* lists = m_window->listsPanel;
+    QRadioButton* option = lists->optTab1_RemoveEntry;
+    switch (command) {
+    case ListCommand::Export:
+        option = lists->optTab1_FileExport;
+        break;
+    case ListCommand::ToPlaylist:
+        option = lists->optTab1_CopyToPlaylist;
+        break;
+    case ListCommand::ToReflist:
+        option = lists->optTab1_CopyToReflist;
+        break;
+    case ListCommand::ToTaglist:
+        option = lists->optTab1_CopyToTaglist;
+        break;
+    case ListCommand::Remove:
+        break;
+    }
+    option->setChecked(true);
+    lists->btnTab1_Sub2_1_OK_Click();
+}
+
+void InputShortcuts::ChooseFileCommand(FileCommand command) {
+    FilesPanel* files = m_window->filesPanel;
+    QRadioButton* option = command == FileCommand::Copy   ? files->optTab1_FileCopy
+                           : command == FileCommand::Move ? files->optTab1_FileMove
+                                                          : files->optTab1_FileDelete;
+    option->setChecked(true);
+}
+
+void InputShortcuts::RunFileCommand() {
+    m_window->filesPanel->btnTab1_Sub2_2_OK_Click();
+}
+
+bool InputShortcuts::ListEmpty() const {
+    return Grids::LbxInput().Rows() == 0;
+}
+
+bool InputShortcuts::ChooseCut() {
+    RenamePanel* rename = m_window->renamePanel;
+    rename->optTab1_FileCut->setChecked(true);
+    for (const QLineEdit* box : rename->txtTab1_FileCut) {
+        bool number = false;
+        if (box->text().trimmed().toInt(&number) > 0 && number)
+            return true;
+    }
+    return false;
+}
+
+void InputShortcuts::RunRename() {
+    m_window->renamePanel->btnTab1_Sub2_3_OK_Click();
+}
+
 void InputShortcuts::FocusList() {
     m_window->pageData->LbxInput->table()->setFocus();
 }
@@ -220,6 +282,19 @@ void RefShortcuts::EraseMarks() {
     for (int r = 1; r <= ref.Rows(); ++r)
         ref.SetCellText(r, RefCol::FTag, QString());
     m_window->refPanel->ShowSums();
+}
+
+void RefShortcuts::RemoveEntries() {
+    m_window->listsPanel->optTab1_RemoveEntry->setChecked(true);
+    ::optTab1_RemoveEntry(Grids::LbxRef(), InputListEnv(m_window->pageData, m_window->listProgress));
+    m_window->refPanel->ShowSums();
+}
+
+void RefShortcuts::OpenCurrentFile() {
+    const DataGrid& ref = Grids::LbxRef();
+    const int r = ref.CurRow();
+    if (r >= 1 && r <= ref.Rows())
+        TheShell().Open(ref.CellText(r, RefCol::Path) + u'/' + ref.CellText(r, RefCol::FileName));
 }
 
 void RefShortcuts::FocusList() {

@@ -34,6 +34,13 @@ public:
     void SetMarkActRow() override;
     void TakeMarkOfCurrentRow() override;
     void VolumeStep(bool up) override;
+    void PlayerGoForward() override;
+    void RunListCommand(ListCommand command) override;
+    void ChooseFileCommand(FileCommand command) override;
+    void RunFileCommand() override;
+    bool ListEmpty() const override;
+    bool ChooseCut() override;
+    void RunRename() override;
     void FocusList() override;
 
 private:
@@ -60,6 +67,8 @@ public:
     void RemoveMarks() override;
     void DeleteRows() override;
     void EraseMarks() override;
+    void RemoveEntries() override;
+    void OpenCurrentFile() override;
     void FocusList() override;
 
 private:

@@ -29,8 +29,8 @@ public:
     std::function<QString()> chooseExportFile;
 
 public slots:
-    // The dispatch of btnTab1_Sub2_1_OK (also run by the shortcuts Ctrl+E, Ctrl+T and
-    // Ctrl+Delete once they choose an option).
+    // The dispatch of btnTab1_Sub2_1_OK (also run by the shortcuts Ctrl+E, Ctrl+P, Ctrl+R,
+    // Ctrl+T and Ctrl+Delete once they choose an option).
     void btnTab1_Sub2_1_OK_Click();
     void ExportList();
     void RemoveEntries();

@@ -11,6 +11,7 @@ InputShortcutCommands* g_input = nullptr;
 RefShortcutCommands* g_ref = nullptr;
 
 constexpr int kPlayerTab = 4; // TabInput1_Sub2: the player
+constexpr int kRenameTab = 2; // TabInput1_Sub2: the rename commands
 
 bool IsDigit(int key) {
     return key >= Vk::D0 && key <= Vk::D9;
@@ -35,6 +36,26 @@ bool InputCtrl(InputShortcutCommands& c, int key) {
     switch (key) {
     case Vk::Enter:
         c.OpenCurrentFile();
+        return true;
+    case Vk::Delete:
+        c.RunListCommand(ListCommand::Remove);
+        return true;
+    case 'C':
+        c.ChooseFileCommand(FileCommand::Copy);
+        if (!c.ListEmpty())
+            c.RunFileCommand();
+        return true;
+    case 'E':
+        c.RunListCommand(ListCommand::Export);
+        return true;
+    case 'P':
+        c.RunListCommand(ListCommand::ToPlaylist);
+        return true;
+    case 'R':
+        c.RunListCommand(ListCommand::ToReflist);
+        return true;
+    case 'T':
+        c.RunListCommand(ListCommand::ToTaglist);
         return true;
     case 'A':
         c.HighlightAll();
@@ -95,6 +116,12 @@ bool InputKey(InputShortcutCommands& c, int key, int shift) {
         return false;
     }
     if (shift == KeyMask::CtrlShift) {
+        if (key == 'C') {
+            c.SelectSub2(kRenameTab);
+            if (c.ChooseCut())
+                c.RunRename();
+            return true;
+        }
         if (key == 'M') {
             c.HighlightByMark();
             return true;
@@ -103,7 +130,23 @@ bool InputKey(InputShortcutCommands& c, int key, int shift) {
             c.RemoveMarks();
             return true;
         }
+        if (key == Vk::NumPlus && c.Sub2() == kPlayerTab) {
+            c.PlayerGoForward();
+            return true;
+        }
         return false;
+    }
+    if (shift == KeyMask::All) {
+        if (key == Vk::Delete)
+            c.ChooseFileCommand(FileCommand::Delete);
+        else if (key == 'C')
+            c.ChooseFileCommand(FileCommand::Copy);
+        else if (key == 'M')
+            c.ChooseFileCommand(FileCommand::Move);
+        else
+            return false;
+        c.RunFileCommand();
+        return true;
     }
     if (shift == KeyMask::Ctrl)
         return InputCtrl(c, key);
@@ -114,6 +157,10 @@ bool RefKey(RefShortcutCommands& c, int key, int shift) {
     // In direct edit only Delete is refused: the other keys do not touch the cell.
     if (c.DirectEdit() && key == Vk::Delete) {
         c.Inform(CapDirectEditKeysOff);
+        return true;
+    }
+    if (key == Vk::Delete && (shift == KeyMask::None || shift == KeyMask::CtrlShift)) {
+        c.RemoveEntries();
         return true;
     }
     if (shift == KeyMask::None && IsDigit(key)) {
@@ -138,6 +185,9 @@ bool RefKey(RefShortcutCommands& c, int key, int shift) {
         return true;
     }
     switch (key) {
+    case Vk::Enter:
+        c.OpenCurrentFile();
+        return true;
     case 'A':
         c.HighlightAll();
         return true;

@@ -34,6 +34,10 @@ int DigitRow(int keyCode);
 // Toggle of a mark box: `mark` when the box holds something else, empty when it holds it.
 QString ToggledMark(const QString& box, const QString& mark);
 
+// The options of btnTab1_Sub2_1_OK (the lists tab) and of btnTab1_Sub2_2_OK (the files tab).
+enum class ListCommand { Export, ToPlaylist, ToReflist, ToTaglist, Remove };
+enum class FileCommand { Copy, Move, Delete };
+
 // The commands the keys of the data list ("Input") reach.
 class InputShortcutCommands {
 public:
@@ -55,9 +59,16 @@ public:
     virtual void RemoveMarks() = 0;     // btnTab1_RemoveFtag
     virtual void HighlightAll() = 0;
     virtual void InvertHighlight() = 0;
-    virtual void SetMarkActRow() = 0;        // btnTab1_SetFTagActRow
-    virtual void TakeMarkOfCurrentRow() = 0; // Ctrl+Z
-    virtual void VolumeStep(bool up) = 0;    // player tab, number pad plus and minus
+    virtual void SetMarkActRow() = 0;                        // btnTab1_SetFTagActRow
+    virtual void TakeMarkOfCurrentRow() = 0;                 // Ctrl+Z
+    virtual void VolumeStep(bool up) = 0;                    // player tab, number pad plus and minus
+    virtual void PlayerGoForward() = 0;                      // btnTab1_GoFwd
+    virtual void RunListCommand(ListCommand command) = 0;    // choose the option, run the dispatch
+    virtual void ChooseFileCommand(FileCommand command) = 0; // the option of the files tab
+    virtual void RunFileCommand() = 0;                       // btnTab1_Sub2_2_OK
+    virtual bool ListEmpty() const = 0;
+    virtual bool ChooseCut() = 0; // optTab1_FileCut; whether a position stands in its boxes
+    virtual void RunRename() = 0; // btnTab1_Sub2_3_OK
     virtual void FocusList() = 0;
 };
 
@@ -77,6 +88,8 @@ public:
     virtual void RemoveMarks() = 0;     // btnTab1_RemoveRefFtag
     virtual void DeleteRows() = 0;      // btnTab1_DeleteRefRows
     virtual void EraseMarks() = 0;      // every mark of the list
+    virtual void RemoveEntries() = 0;   // the highlighted rows leave the list; no file is touched
+    virtual void OpenCurrentFile() = 0; // the desktop's default handler
     virtual void FocusList() = 0;
 };
 

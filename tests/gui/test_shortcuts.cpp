@@ -3,19 +3,26 @@
 
 #include "ListWindowFixture.h"
 #include "app/DataGridView.h"
+#include "app/FilesPanel.h"
 #include "app/FrmInput.h"
+#include "app/FrmSongtext.h"
 #include "app/InputDataPage.h"
+#include "app/ListsPanel.h"
 #include "app/PlayerPanel.h"
+#include "app/RenamePanel.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/SettingRows.h"
 #include "list/Marks.h"
 #include "list/modShortcuts.h"
+#include "platform/Shell.h"
 #include "ref/RefColumns.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QTabWidget>
 #include <QTableView>
@@ -30,6 +37,9 @@ QMap<QPair<int, int>, QString> SignIni() {
     return ini;
 }
 
+constexpr auto kCtrlShift = Qt::ControlModifier | Qt::ShiftModifier;
+constexpr auto kCtrlAltShift = Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier;
+
 QTableView* Table(GuiProgram& g) {
     return g.window->pageData->LbxInput->table();
 }
@@ -43,6 +53,21 @@ bool Told(GuiProgram& g, CaptionRow row) {
 
 int SubTabIndex(QTabWidget* strip) {
     return strip->currentWidget()->property("subTabIndex").toInt();
+}
+
+// Shows the reference list with three rows and puts the focus on it.
+QTableView* FillRefList(GuiProgram& g) {
+    QTest::mouseClick(Control<QPushButton>(g.window.get(), "btnTab1_ToggleRef"), Qt::LeftButton);
+    DataGrid& ref = Grids::LbxRef();
+    for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) {
+        QStringList row(ref.Cols(), QString());
+        row[RefCol::FileName - 1] = QLatin1String(name);
+        row[RefCol::Path - 1] = QStringLiteral("/m/r");
+        ref.AddRow(row);
+    }
+    QTableView* table = Control<DataGridView>(g.window.get(), "LbxRef")->table();
+    table->setFocus();
+    return table;
 }
 
 } // namespace
@@ -218,17 +243,179 @@ private slots:
         QCOMPARE(volume->value(), 45);
     }
 
+    void escClosesTheScrollingText() {
+        GuiProgram& g = Start();
+        g.window->frmSongtext->show();
+        QVERIFY(g.window->frmSongtext->isVisible());
+        Table(g)->activateWindow();
+        Table(g)->setFocus();
+        QTest::keyClick(Table(g), Qt::Key_Escape);
+        QVERIFY(!g.window->frmSongtext->isVisible());
+        QTest::keyClick(Table(g), Qt::Key_Escape); // nothing to close: nothing happens
+        QVERIFY(g.prompt.shown.empty());
+    }
+
+    void ctrlDeleteRemovesHighlightedEntries() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        const int rows = list.Rows();
+        const QString third = list.CellText(4, InCol::FileName);
+        list.SetSelected(2, true);
+        list.SetSelected(3, true);
+        QTest::keyClick(Table(g), Qt::Key_Delete, Qt::ControlModifier);
+        QCOMPARE(list.Rows(), rows - 2);
+        QCOMPARE(list.CellText(2, InCol::FileName), third);
+        QVERIFY(g.window->listsPanel->optTab1_RemoveEntry->isChecked());
+        // In direct edit the key belongs to the cell.
+        Control<QCheckBox>(g.window.get(), "chbTab1_DirectEdit")->setChecked(true);
+        list.SetSelected(1, true);
+        QTest::keyClick(Table(g), Qt::Key_Delete, Qt::ControlModifier);
+        QCOMPARE(list.Rows(), rows - 2);
+        QVERIFY(Told(g, CapDirectEditKeysOff));
+    }
+
+    void ctrlCCopiesTheFiles() {
+        GuiProgram& g = Start();
+        QList<int> asked;
+        g.window->filesPanel->chooseFolder = [&asked](int titleRow, const QString&) {
+            asked << titleRow;
+            return QString(); // cancelled
+        };
+        Grids::LbxInput().SetSelected(1, true);
+        QTest::keyClick(Table(g), Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(g.window->filesPanel->optTab1_FileCopy->isChecked());
+        QCOMPARE(asked.size(), 1);
+        // An empty list: the option is chosen, nothing runs.
+        g.window->filesPanel->optTab1_FileMove->setChecked(true);
+        Grids::LbxInput().Clear();
+        QTest::keyClick(Table(g), Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(g.window->filesPanel->optTab1_FileCopy->isChecked());
+        QCOMPARE(asked.size(), 1);
+        QVERIFY(g.prompt.shown.empty());
+    }
+
+    void ctrlEExportsTheList() {
+        GuiProgram& g = Start();
+        int asked = 0;
+        g.window->listsPanel->chooseExportFile = [&asked] {
+            ++asked;
+            return QString();
+        };
+        QTest::keyClick(Table(g), Qt::Key_E, Qt::ControlModifier);
+        QVERIFY(g.window->listsPanel->optTab1_FileExport->isChecked());
+        QCOMPARE(asked, 1);
+    }
+
+    void ctrlPRTCopyToTheOtherLists() {
+        GuiProgram& g = Start();
+        ListsPanel* lists = g.window->listsPanel;
+        QSignalSpy toPlaylist(lists, &ListsPanel::copyToPlaylistRequested);
+        QSignalSpy toReflist(lists, &ListsPanel::copyToReflistRequested);
+        QSignalSpy toTaglist(lists, &ListsPanel::copyToTaglistRequested);
+        DataGrid& list = Grids::LbxInput();
+        list.SetSelected(3, true);
+        list.SetCurRow(3);
+        QTest::keyClick(Table(g), Qt::Key_P, Qt::ControlModifier);
+        QCOMPARE(toPlaylist.count(), 1);
+        QVERIFY(lists->optTab1_CopyToPlaylist->isChecked());
+        g.prompt.answers = {true, true, true};
+        QTest::keyClick(Table(g), Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(toReflist.count(), 1);
+        QVERIFY(lists->optTab1_CopyToReflist->isChecked());
+        QTest::keyClick(Table(g), Qt::Key_T, Qt::ControlModifier);
+        QCOMPARE(toTaglist.count(), 1);
+        QVERIFY(lists->optTab1_CopyToTaglist->isChecked());
+        QCOMPARE(toTaglist.at(0).at(0).toString(), list.CellText(3, InCol::Type));
+        QCOMPARE(toPlaylist.count(), 1);
+        QCOMPARE(toReflist.count(), 1);
+    }
+
+    void ctrlShiftCChoosesAndRunsTheCut() {
+        GuiProgram& g = Start();
+        RenamePanel* rename = g.window->renamePanel;
+        rename->txtTab1_FileCut[0]->clear();
+        rename->txtTab1_FileCut[1]->clear();
+        Grids::LbxInput().SetSelected(1, true);
+        QTest::keyClick(Table(g), Qt::Key_C, kCtrlShift);
+        QCOMPARE(SubTabIndex(g.window->pageData->TabInput1_Sub2), 2);
+        QVERIFY(rename->optTab1_FileCut->isChecked());
+        QVERIFY(g.prompt.shown.empty()); // no position given: nothing runs
+        rename->txtTab1_FileCut[0]->setText(QStringLiteral("3"));
+        rename->txtTab1_FileCut[1]->setText(QStringLiteral("2"));
+        QTest::keyClick(Table(g), Qt::Key_C, kCtrlShift);
+        QVERIFY(Told(g, CapCutPositionsOrder)); // the cut ran and checked its positions
+        QCOMPARE(g.window->focusWidget(), Table(g));
+    }
+
+    void ctrlShiftPlusGoesForwardOnThePlayerTab() {
+        GuiProgram& g = Start();
+        Control<QCheckBox>(g.window.get(), "chbTab1_UseSequenztime")
+            ->setChecked(true); // the pieces of a song
+        QSignalSpy forward(g.window->playerPanel->btnTab1_GoFwd, &QPushButton::clicked);
+        QTest::keyClick(Table(g), Qt::Key_Plus, kCtrlShift | Qt::KeypadModifier);
+        QCOMPARE(forward.count(), 0); // not on the player tab
+        QTest::keyClick(Table(g), Qt::Key_F8, Qt::ShiftModifier);
+        QTest::keyClick(Table(g), Qt::Key_Plus, kCtrlShift | Qt::KeypadModifier);
+        QCOMPARE(forward.count(), 1);
+    }
+
+    void ctrlAltShiftRunsTheFileCommands() {
+        GuiProgram& g = Start();
+        FilesPanel* files = g.window->filesPanel;
+        int asked = 0;
+        files->chooseFolder = [&asked](int, const QString&) {
+            ++asked;
+            return QString();
+        };
+        DataGrid& list = Grids::LbxInput();
+        list.SetSelected(1, true);
+        QTest::keyClick(Table(g), Qt::Key_M, kCtrlAltShift);
+        QVERIFY(files->optTab1_FileMove->isChecked());
+        QCOMPARE(asked, 1);
+        QTest::keyClick(Table(g), Qt::Key_C, kCtrlAltShift);
+        QVERIFY(files->optTab1_FileCopy->isChecked());
+        QCOMPARE(asked, 2);
+        const int rows = list.Rows();
+        g.prompt.answers = {false, false, false};
+        QTest::keyClick(Table(g), Qt::Key_Delete, kCtrlAltShift);
+        QVERIFY(files->optTab1_FileDelete->isChecked());
+        QVERIFY(Told(g, CapDeleteFilesQuestion)); // answered No: nothing goes
+        QCOMPARE(list.Rows(), rows);
+    }
+
+    void refDeleteRemovesEntries() {
+        GuiProgram& g = Start();
+        QTableView* table = FillRefList(g);
+        DataGrid& ref = Grids::LbxRef();
+        const int inputRows = Grids::LbxInput().Rows();
+        Grids::LbxInput().SetSelected(1, true);
+        ref.SetSelected(2, true);
+        QTest::keyClick(table, Qt::Key_Delete);
+        QCOMPARE(ref.Rows(), 2);
+        QCOMPARE(ref.CellText(2, RefCol::FileName), QStringLiteral("c.mp3"));
+        QCOMPARE(Grids::LbxInput().Rows(), inputRows); // the data list stays
+        ref.SetSelected(1, true);
+        QTest::keyClick(table, Qt::Key_Delete, kCtrlShift);
+        QCOMPARE(ref.Rows(), 1);
+        QCOMPARE(ref.CellText(1, RefCol::FileName), QStringLiteral("c.mp3"));
+        QCOMPARE(g.window->focusWidget(), table);
+    }
+
+    void refCtrlEnterOpensTheFile() {
+        GuiProgram& g = Start();
+        ScriptedShell shell;
+        SetShell(&shell);
+        QTableView* table = FillRefList(g);
+        Grids::LbxRef().SetCurRow(2);
+        QTest::keyClick(table, Qt::Key_Return, Qt::ControlModifier);
+        SetShell(nullptr);
+        QCOMPARE(shell.opened, QStringList{QStringLiteral("/m/r/b.mp3")});
+    }
+
     void refListKeys() {
         GuiProgram& g = Start();
-        QTest::mouseClick(Control<QPushButton>(g.window.get(), "btnTab1_ToggleRef"), Qt::LeftButton);
+        QTableView* table = FillRefList(g);
         DataGrid& ref = Grids::LbxRef();
-        for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) {
-            QStringList row(ref.Cols(), QString());
-            row[RefCol::FileName - 1] = QLatin1String(name);
-            ref.AddRow(row);
-        }
-        QTableView* table = Control<DataGridView>(g.window.get(), "LbxRef")->table();
-        table->setFocus();
         ref.SetSelected(2, true);
         QTest::keyClick(table, Qt::Key_1); // digit: the sign into the highlighted rows
         QCOMPARE(ref.CellText(2, RefCol::FTag), QStringLiteral("one"));
