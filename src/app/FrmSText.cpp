@@ -3,6 +3,7 @@
 
 #include "app/DataGridView.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/STextShortcuts.h"
 #include "app/UiCaptions.h"
 #include "core/AppPaths.h"
 #include "core/CaptionRows.h"
@@ -88,6 +89,7 @@ FrmSText::FrmSText(QWidget* parent, Prompt* prompt)
     setInterval(TimerSText_SyncTimer, 0);
     buildUi();
     connectCommands();
+    shortcuts = new STextShortcuts(this);
     updateState();
 
     chooseOpenFile = [this](const QString& start, const QString& filters, const QString& title) {
@@ -384,10 +386,6 @@ QWidget* FrmSText::buildSearchTabs() {
          std::initializer_list<QAbstractButton*>{chbSText_PlayWithScrollList, optSText_PlayInWindow})
         b->setEnabled(false);
 
-    mnuSText = new QMenu(this);
-    mnuSText->setObjectName(QStringLiteral("mnuSText"));
-    mnuTxtLrc = new QMenu(this);
-    mnuTxtLrc->setObjectName(QStringLiteral("mnuTxtLrc"));
     LbxSongWithLrc->table()->setContextMenuPolicy(Qt::CustomContextMenu);
     LbxTxtLrc->table()->setContextMenuPolicy(Qt::CustomContextMenu);
     return side;
@@ -468,7 +466,6 @@ void FrmSText::connectCommands() {
     connect(&TimerSText, &QTimer::timeout, this, [this] { timeTick(); });
     connect(&TimerSText_SyncTimer, &QTimer::timeout, this, [this] { syncTick(); });
     connect(LbxSText, &DataGridView::currentRowChanged, this, [this](int) { rowChanged(); });
-    connect(LbxSText, &DataGridView::keyPressed, this, [this](int key, int mods) { handleKey(key, mods); });
     connect(&list(), &DataGrid::rowsReset, this, [this] {
         if (!m_quiet)
             RowsChanged = true;
@@ -477,10 +474,12 @@ void FrmSText::connectCommands() {
         if (owner != this)
             deviceTaken();
     });
-    connect(LbxSongWithLrc->table(), &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& p) { showTxtLrcMenu(LbxSongWithLrc->table()->viewport()->mapToGlobal(p)); });
-    connect(LbxTxtLrc->table(), &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& p) { showTxtLrcMenu(LbxTxtLrc->table()->viewport()->mapToGlobal(p)); });
+    connect(LbxSongWithLrc->table(), &QWidget::customContextMenuRequested, this, [this](const QPoint& p) {
+        showTxtLrcMenu(true, LbxSongWithLrc->table()->viewport()->mapToGlobal(p));
+    });
+    connect(LbxTxtLrc->table(), &QWidget::customContextMenuRequested, this, [this](const QPoint& p) {
+        showTxtLrcMenu(false, LbxTxtLrc->table()->viewport()->mapToGlobal(p));
+    });
     LbxSongWithLrc->table()->viewport()->installEventFilter(this);
     connect(optSText_TxtLrc, &QRadioButton::toggled, this,
             [this](bool on) { LbxTxtLrc->grid()->SetColumnVisible(TxtLrcCol::Kind, on); });
@@ -501,7 +500,9 @@ bool FrmSText::eventFilter(QObject* watched, QEvent* event) {
                                       (me->modifiers() & Qt::ControlModifier) &&
                                       chbSText_PlaySynchonized->isChecked();
                 rowMouseDown(idx.row() + 1, idx.column() + 1, me->button(), me->modifiers());
-                return ctrlJump; // the jump leaves the selection as it is
+                // the jump leaves the selection as it is; the right button has done its
+                // work (the menu) once the press is through
+                return ctrlJump || me->button() == Qt::RightButton;
             }
         } else if (watched == LbxSongWithLrc->table()->viewport() && me->button() == Qt::LeftButton) {
             // a click in the first column marks a song for the sequence, or takes the mark
@@ -518,12 +519,8 @@ bool FrmSText::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmSText::keyPressEvent(QKeyEvent* event) {
-    const bool pad = event->modifiers() & Qt::KeypadModifier;
-    if (pad && (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Minus)) {
-        const int step = event->key() == Qt::Key_Plus ? 5 : -5;
-        sliderSText_Volume->setValue(std::clamp(sliderSText_Volume->value() + step,
-                                                sliderSText_Volume->minimum(),
-                                                sliderSText_Volume->maximum()));
+    // the keys of the whole editor; the lists hand theirs on to here after their own table
+    if (HandleKeyEvent(QStringLiteral("STextAll"), event)) {
         event->accept();
         return;
     }
@@ -680,24 +677,8 @@ void FrmSText::cmdLoadSelected(bool textOnly) {
     RowOffset = 0;
     bool loaded = false;
     if (fromSongs) {
-        stop();
-        STextReadResult r;
-        switch (ReadSTextFromSong(list(), *m_engine, path, visibleRows(), &r)) {
-        case SongLrc::NotMp3:
-            prompt().Tell(Caption(CapOnlyMp3Lrc));
-            AbortFlag = true;
+        if (!LoadSongText(path))
             return;
-        case SongLrc::NoLrc:
-            prompt().Tell(Caption(CapNoLrcText));
-            return;
-        case SongLrc::Ok:
-            break;
-        }
-        lblSText_ActText->setText(Caption(CapTextWithoutFile));
-        lblSText_ActText->setProperty("fromSong", true);
-        afterLoad(r.anyTimed, QString(), false);
-        giveSongToPlayer(path);
-        updateState();
         loaded = true;
     } else {
         loaded = LoadTextFile(path);
@@ -720,6 +701,28 @@ void FrmSText::cmdLoadSelected(bool textOnly) {
         m_quiet = false;
         FileName.clear();
     }
+}
+
+bool FrmSText::LoadSongText(const QString& song) {
+    stop();
+    STextReadResult r;
+    switch (ReadSTextFromSong(list(), *m_engine, song, visibleRows(), &r)) {
+    case SongLrc::NotMp3:
+        prompt().Tell(Caption(CapOnlyMp3Lrc));
+        AbortFlag = true;
+        return false;
+    case SongLrc::NoLrc:
+        prompt().Tell(Caption(CapNoLrcText));
+        return false;
+    case SongLrc::Ok:
+        break;
+    }
+    lblSText_ActText->setText(Caption(CapTextWithoutFile));
+    lblSText_ActText->setProperty("fromSong", true);
+    afterLoad(r.anyTimed, QString(), false);
+    giveSongToPlayer(song);
+    updateState();
+    return true;
 }
 
 // ---- saving ----------------------------------------------------------------------------------
@@ -802,25 +805,30 @@ void FrmSText::cmdRemoveLrc() {
         prompt().Tell(Caption(CapNoRowSelected));
         return;
     }
-    if (!prompt().AskYesNo(Caption(CapRemoveLrcQuestion), false))
+    if (!RemoveSongText(g.CellText(r, SongLrcCol::Folder) + u'/' + g.CellText(r, SongLrcCol::FileName)))
         return;
-    const QString song = g.CellText(r, SongLrcCol::Folder) + u'/' + g.CellText(r, SongLrcCol::FileName);
+    g.DeleteRow(r);
+    g.SetFooterText(SongLrcCol::FileName, QString::number(g.Rows()));
+}
+
+bool FrmSText::RemoveSongText(const QString& song) {
+    if (!prompt().AskYesNo(Caption(CapRemoveLrcQuestion), false))
+        return false;
     if (MediaOwner::Instance().Owns(this) && FileName == song)
         stop(); // the song is written: not while it plays
     QString error;
     const SongRemove done = RemoveLrcFromSong(*m_engine, song, &error);
     if (done == SongRemove::Failed || done == SongRemove::NotMp3) {
         prompt().TellUntitled(error.isEmpty() ? Caption(CapOnlyMp3Lrc) : error, Prompt::Icon::Critical);
-        return;
+        return false;
     }
     if (lblSText_ActSong->text() == song)
         lblSText_ActSong->clear();
     if (lblSText_ActText->property("fromSong").toBool())
         lblSText_ActText->clear();
-    g.DeleteRow(r);
-    g.SetFooterText(SongLrcCol::FileName, QString::number(g.Rows()));
     prompt().Tell(Caption(CapLrcRemoved));
     updateState();
+    return true;
 }
 
 void FrmSText::cmdLinkToSong() {
@@ -884,45 +892,7 @@ void FrmSText::cmdTranslation() {
         ApplyTranslation(list());
 }
 
-// ---- menus, keys, the wide list --------------------------------------------------------------
-
-void FrmSText::showRowMenu(const QPoint& global) {
-    mnuSText->clear();
-    auto add = [this](QMenu* m, const char* name, auto fn) {
-        QAction* a = m->addAction(UiText(QString::fromLatin1(name)));
-        a->setObjectName(QString::fromLatin1(name));
-        connect(a, &QAction::triggered, this, fn);
-        return a;
-    };
-    add(mnuSText, "mnuSText_AddRowBefore", [this] { InsertSTextRow(list(), true); });
-    add(mnuSText, "mnuSText_AddRowAfter", [this] { InsertSTextRow(list(), false); });
-    add(mnuSText, "mnuSText_LinkToSong", [this] { cmdLinkToSong(); });
-    mnuSText->addSeparator();
-    const QList<int> marked = RefrainRows(list());
-    add(mnuSText, "mnuSText_InsertAll", [this] { InsertAllRefrains(list()); })->setEnabled(!marked.isEmpty());
-    QMenu* one = mnuSText->addMenu(UiText(QStringLiteral("mnuSText_InsertText")));
-    one->setObjectName(QStringLiteral("mnuSText_InsertText"));
-    one->setEnabled(!marked.isEmpty());
-    for (int row : marked) {
-        QAction* a =
-            one->addAction(QStringLiteral("%1  %2").arg(row).arg(list().CellText(row, ColText).left(40)));
-        a->setObjectName(QStringLiteral("mnuSText_InsertText(%1)").arg(row));
-        connect(a, &QAction::triggered, this, [this, row] { InsertRefrain(list(), row); });
-    }
-    add(mnuSText, "mnuSText_DeleteRfAll", [this] {
-        RemoveRefrainMarks(list());
-    })->setEnabled(!marked.isEmpty());
-    mnuSText->popup(global);
-}
-
-void FrmSText::handleKey(int key, int modifiers) {
-    if (key != Qt::Key_Insert)
-        return;
-    if (modifiers == Qt::NoModifier)
-        InsertSTextRow(list(), false);
-    else if (modifiers == Qt::ControlModifier)
-        InsertSTextRow(list(), true);
-}
+// ---- the wide list --------------------------------------------------------------------------
 
 void FrmSText::stretchList() {
     m_stretched = !m_stretched;

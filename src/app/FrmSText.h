@@ -26,6 +26,7 @@ class QRadioButton;
 class QSlider;
 class QTabWidget;
 class QToolButton;
+class STextShortcuts;
 class TagEngine;
 struct STextFindOptions;
 
@@ -42,6 +43,11 @@ public:
     bool OpenSyncTemp();
     // Reads a .txt or .lrc file into the list (btnSText_OpenTxtLrC without the dialog).
     bool LoadTextFile(const QString& path);
+    // Reads the LRC text of a song into the list and gives the song to the player; false
+    // (with its message) when the song is no MP3 or holds no LRC.
+    bool LoadSongText(const QString& song);
+    // Takes the LRC text out of a song after the question; true when it was taken.
+    bool RemoveSongText(const QString& song);
     // Puts the settings rows into the boxes (at start) and the boxes back (at close).
     void ApplySettings();
     void StoreSettings();
@@ -107,8 +113,7 @@ public:
     QGroupBox* fraSText_PlayOptions = nullptr;
     QTimer TimerSText;
     QTimer TimerSText_SyncTimer;
-    QMenu* mnuSText = nullptr;  // row menu of LbxSText
-    QMenu* mnuTxtLrc = nullptr; // row menu of the search lists
+    STextShortcuts* shortcuts = nullptr; // the keys of the editor and its lists
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -118,6 +123,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    friend class STextShortcuts;
     // FrmSText.cpp: the controls and the commands on the text
     void buildUi();
     QWidget* buildPlayerBar();
@@ -143,13 +149,16 @@ private:
     void cmdTranslation();
     void cmdCopyMove(bool move);
     void cmdDelete(bool fromMenu);
-    void cmdRename();
-    void showRowMenu(const QPoint& global);
-    void showTxtLrcMenu(const QPoint& global);
+    void cmdRename(bool songs);
     void stretchList();
-    void handleKey(int key, int modifiers);
     QString selectedFilePath(bool* ok);
     void setInterval(QTimer& timer, int ms);
+
+    // FrmSTextMenus.cpp: the right-click menus of the three lists
+    void showRowMenu(const QPoint& global);
+    void showTxtLrcMenu(bool songs, const QPoint& global);
+    void runRowMenuKey(const QString& key);
+    void runTxtLrcMenuKey(bool songs, const QString& key);
 
     // FrmSTextPlay.cpp: the song, the timers, the clicks on rows and the searches
     void play();

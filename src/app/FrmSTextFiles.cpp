@@ -2,7 +2,6 @@
 // and the commands on their files (copy, move, rename, delete) with their row menu.
 #include "app/DataGridView.h"
 #include "app/FrmSText.h"
-#include "app/UiCaptions.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
@@ -14,7 +13,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QMenu>
 #include <QRadioButton>
 #include <QTabWidget>
 
@@ -106,7 +104,8 @@ void FrmSText::cmdDelete(bool fromMenu) {
     const QString path = g.CellText(r, TxtLrcCol::Folder) + u'/' + g.CellText(r, TxtLrcCol::FileName);
     int rc;
     if (fromMenu) {
-        if (!prompt().AskYesNo(Caption(CapDeleteFileQuestion)))
+        // the question names the file: the menu of the song list deletes it too
+        if (!prompt().AskYesNo(Caption(CapDeleteFileQuestion) + QStringLiteral("\n") + path))
             return;
         rc = DeleteFile(path, PaperbinSetting(Settings()), false, &prompt());
         prompt().Tell(Caption(rc == FileOp::Ok ? CapOneFileDeleted : CapDeleteFailed));
@@ -122,65 +121,23 @@ void FrmSText::cmdDelete(bool fromMenu) {
     }
 }
 
-void FrmSText::cmdRename() {
-    DataGrid& g = *LbxTxtLrc->grid();
+void FrmSText::cmdRename(bool songs) {
+    DataGrid& g = songs ? *LbxSongWithLrc->grid() : *LbxTxtLrc->grid();
+    const int nameCol = songs ? SongLrcCol::FileName : TxtLrcCol::FileName;
+    const int folderCol = songs ? SongLrcCol::Folder : TxtLrcCol::Folder;
     const int r = g.CurRow();
     if (r < 1 || r > g.Rows()) {
         prompt().Tell(Caption(CapNothingChosen));
         return;
     }
-    const QString old = g.CellText(r, TxtLrcCol::FileName);
+    const QString old = g.CellText(r, nameCol);
     const std::optional<QString> name = prompt().InputBox(Caption(CapNewFileNamePrompt), old);
     if (!name || name->trimmed().isEmpty() || *name == old)
         return;
     QString final;
-    if (RenameFile(g.CellText(r, TxtLrcCol::Folder) + u'/' + old, name->trimmed(), &final) != FileOp::Ok) {
+    if (RenameFile(g.CellText(r, folderCol) + u'/' + old, name->trimmed(), &final) != FileOp::Ok) {
         prompt().Tell(Caption(CapRenameFailedPlaylist), Prompt::Icon::Warning);
         return;
     }
-    g.SetCellText(r, TxtLrcCol::FileName, final.mid(final.lastIndexOf(u'/') + 1));
-}
-
-void FrmSText::showTxtLrcMenu(const QPoint& global) {
-    // the two lists have menus of their own keys: mnuSongLrc_... and mnuTxtLrc_...
-    const bool songs = TabSText_Sub->currentIndex() == 0;
-    const QString prefix = songs ? QStringLiteral("mnuSongLrc_") : QStringLiteral("mnuTxtLrc_");
-    mnuTxtLrc->clear();
-    auto add = [this, &prefix](QMenu* m, const char* key, auto fn) {
-        const QString name = prefix + QLatin1String(key);
-        QAction* a = m->addAction(UiText(name));
-        a->setObjectName(name);
-        connect(a, &QAction::triggered, this, fn);
-        return a;
-    };
-    if (songs) {
-        add(mnuTxtLrc, "PlayInList", [this] {
-            optSText_PlayInListbox->setChecked(true);
-            chbSText_PlayLrc2->setChecked(true);
-            cmdLoadSelected(false);
-        });
-        add(mnuTxtLrc, "PlayInWindow", [this] {
-            optSText_PlayInWindow->setChecked(true);
-            chbSText_PlayLrc2->setChecked(true);
-            cmdLoadSelected(false);
-        })->setEnabled(bool(startScrollWindow));
-        DataGrid& g = *LbxSongWithLrc->grid();
-        add(mnuTxtLrc, "MarkAllSync", [&g] {
-            for (int r = 1; r <= g.Rows(); ++r)
-                g.SetCellText(r, SongLrcCol::Mark, QStringLiteral("p"));
-        });
-        add(mnuTxtLrc, "EraseAllMarksSync", [&g] {
-            for (int r = 1; r <= g.Rows(); ++r)
-                g.SetCellText(r, SongLrcCol::Mark, QString());
-        });
-    } else {
-        add(mnuTxtLrc, "TextToList", [this] { cmdLoadSelected(true); });
-    }
-    QMenu* file = mnuTxtLrc->addMenu(UiText(prefix + QStringLiteral("File")));
-    file->setObjectName(prefix + QStringLiteral("File"));
-    add(file, "RenameFile", [this] { cmdRename(); });
-    add(file, "CopyFile", [this] { cmdCopyMove(false); });
-    add(file, "MoveFile", [this] { cmdCopyMove(true); });
-    add(file, "KillFile", [this] { cmdDelete(true); });
-    mnuTxtLrc->popup(global);
+    g.SetCellText(r, nameCol, final.mid(final.lastIndexOf(u'/') + 1));
 }

@@ -279,8 +279,10 @@ void FrmSText::rowMouseDown(int row, int col, Qt::MouseButton button, Qt::Keyboa
         return;
     }
     if (button == Qt::RightButton) {
-        if (MMCTag != u"playing")
+        if (MMCTag != u"playing") {
+            g.SetCurRow(row); // the menu works on the row under the mouse
             showRowMenu(QCursor::pos());
+        }
         return;
     }
     if (button != Qt::LeftButton)

@@ -5,6 +5,7 @@
 #include "app/FrmSText.h"
 #include "app/FrmScrollSettings.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/STextShortcuts.h"
 #include "app/ScrollTextView.h"
 #include "app/UiCaptions.h"
 #include "core/AppPaths.h"
@@ -21,6 +22,7 @@
 #include "player/MediaOwner.h"
 #include "player/modPlayer.h"
 #include "tag/TagEngine.h"
+#include "tag/TagEngineLrc.h"
 #include "text/modSText.h"
 #include "text/modSTextFind.h"
 #include "text/modSTextSync.h"
@@ -49,7 +51,6 @@ namespace {
 constexpr int kFramePx = 12;     // frame of the window's back colour around the rows
 constexpr int kBarPx = 22;       // height of the bar with the pause field, title and close
 constexpr int kMinWidthPx = 320; // narrowest window
-constexpr int kVolumeStep = 5;
 
 void SetBack(QWidget* w, qint32 bgr) {
     QPalette pal = w->palette();
@@ -278,7 +279,7 @@ bool FrmSongtext::StartFromSong(const QString& song) {
     TagEngine& engine = TagEngine::Shared();
     QString text;
     if (engine.OpenFile(song) != 0)
-        text = engine.UserFrameText(1);
+        text = LrcFrameText(engine); // the "lrc" frame, wherever it stands among the user frames
     // the text goes through a scratch file as the other hand-overs do
     const QString tmp = AppFile(QStringLiteral("temp/") + QLatin1String(LrcTempName));
     QDir().mkpath(AppFile(QStringLiteral("temp")));
@@ -297,6 +298,14 @@ bool FrmSongtext::StartFromSong(const QString& song) {
     LbxScrollText->SetAct(LeadRows);
     LoadSkin();
     return start();
+}
+
+bool FrmSongtext::PlaySongs(const QStringList& songs) {
+    m_queue = songs;
+    while (!m_queue.isEmpty())
+        if (StartFromSong(m_queue.takeFirst()))
+            return true;
+    return false;
 }
 
 bool FrmSongtext::start() {
@@ -523,39 +532,17 @@ void FrmSongtext::keyPressEvent(QKeyEvent* e) {
         close();
         return;
     }
-    if ((e->modifiers() & Qt::KeypadModifier) && (e->key() == Qt::Key_Plus || e->key() == Qt::Key_Minus)) {
-        const int step = e->key() == Qt::Key_Plus ? kVolumeStep : -kVolumeStep;
-        if (m_home && m_home->isVisible())
-            m_home->sliderSText_Volume->setValue(m_home->sliderSText_Volume->value() + step);
-        else
-            Media().SetVolume(std::clamp(Media().Volume() + step, 0, 100));
+    // the volume keys go to the editor while it is shown, else to the data list; the
+    // player keys (Ctrl with E, P, U, X) always to the editor
+    const bool editor = m_home && m_home->isVisible();
+    const bool volume =
+        (e->modifiers() & Qt::KeypadModifier) && (e->key() == Qt::Key_Plus || e->key() == Qt::Key_Minus);
+    const bool player =
+        (e->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier &&
+        (e->key() == Qt::Key_E || e->key() == Qt::Key_P || e->key() == Qt::Key_U || e->key() == Qt::Key_X);
+    if (volume || player) {
+        HandleKeyEvent(volume && !editor ? QStringLiteral("Input") : QStringLiteral("STextAll"), e);
         return;
-    }
-    // the player keys of the editor: Eject, Play, Pause, Stop
-    if ((e->modifiers() & Qt::ControlModifier) && !(e->modifiers() & Qt::ShiftModifier)) {
-        QToolButton* button = nullptr;
-        switch (e->key()) {
-        case Qt::Key_U:
-            pause();
-            return;
-        case Qt::Key_E:
-            button = m_home ? m_home->MMCSText_Eject : nullptr;
-            break;
-        case Qt::Key_P:
-            button = m_home ? m_home->MMCSText_Play : nullptr;
-            break;
-        case Qt::Key_X:
-            button = m_home ? m_home->MMCSText_Stop : nullptr;
-            break;
-        default:
-            break;
-        }
-        if (e->key() == Qt::Key_X || e->key() == Qt::Key_E)
-            close();
-        if (button)
-            button->click();
-        if (e->key() == Qt::Key_X || e->key() == Qt::Key_E || e->key() == Qt::Key_P)
-            return;
     }
     QWidget::keyPressEvent(e);
 }
@@ -568,6 +555,7 @@ void FrmSongtext::closeEvent(QCloseEvent* e) {
     stopPlaying();
     TimerSongtext_SyncTimer.setInterval(0);
     m_editor = nullptr;
+    m_queue.clear();
     if (m_mainEscape)
         m_mainEscape->setEnabled(false);
     e->accept();
@@ -589,6 +577,7 @@ int MarkedRow(DataGrid& g, int markCol, bool take) {
 FrmSongtext* FrmSongtext::Install(QWidget* main, FrmSText* editor, QTabWidget* pages) {
     auto* w = new FrmSongtext(main);
     w->m_home = editor;
+    editor->shortcuts->songtext = w;
     editor->optSText_PlayInWindow->setEnabled(true);
     editor->startScrollWindow = [w, editor](const QString& song, DataGrid& list) {
         w->StartFromEditor(song, list, editor);
@@ -597,7 +586,9 @@ FrmSongtext* FrmSongtext::Install(QWidget* main, FrmSText* editor, QTabWidget* p
         pages->setCurrentWidget(editor);
         return editor;
     };
-    w->nextMarkedSong = [editor, pages](bool take) -> QString {
+    w->nextMarkedSong = [w, editor, pages](bool take) -> QString {
+        if (!w->m_queue.isEmpty()) // the songs of PlaySongs come first
+            return take ? w->m_queue.takeFirst() : w->m_queue.first();
         if (pages->currentWidget() == editor) {
             DataGrid& g = *editor->LbxSongWithLrc->grid();
             const int row = MarkedRow(g, SongLrcCol::Mark, take);

@@ -42,6 +42,9 @@ public:
     // From a song with its LRC in the tag (through "LrcTmp.lrc" in the temp folder); false
     // when no stamped line was found (AbortFlag).
     bool StartFromSong(const QString& song);
+    // Plays the songs one after the other, each with its LRC; songs whose text has no stamp
+    // are passed over. False when none of them could start.
+    bool PlaySongs(const QStringList& songs);
     // The skin file of settings row 71 (a bare name lies in the folder "skin"); empty: none.
     static QString SkinPath();
     // Loads the skin of settings row 71 and applies it.
@@ -76,6 +79,8 @@ public:
 
     // Sets the menu's captions and check marks from the settings (before it shows).
     void Popup_ManageSongtext();
+    // Pause, or go on after a pause (the pause field, the menu, Ctrl+U).
+    void TogglePause() { pause(); }
     // One tick of the timer (public for the benchmark's fake clock).
     void SyncTick();
 
@@ -113,5 +118,6 @@ private:
     QPointer<FrmSText> m_home;        // the program's editor (its player keys)
     QPointer<QShortcut> m_mainEscape; // Escape of the main window, on while shown
     QString m_song;
+    QStringList m_queue;    // songs still to come of PlaySongs
     bool m_started = false; // the position left 0 once (a device may report 0 at first)
 };

@@ -7,6 +7,7 @@
 #include "app/FrmShowColumn.h"
 #include "app/InputDataPage.h"
 #include "app/InputListEnv.h"
+#include "app/InputSyncTextMenu.h"
 #include "app/ListProgressBar.h"
 #include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
@@ -31,12 +32,10 @@ namespace {
 const QSet<QString>& NotYetWired() {
     static const QSet<QString> keys = [] {
         QSet<QString> k{
-            QStringLiteral("album"),       QStringLiteral("sTextPlay"),    QStringLiteral("sTextShow"),
-            QStringLiteral("sTextRemove"), QStringLiteral("sTextPlayAll"), QStringLiteral("RemQ"),
-            QStringLiteral("RemM"),        QStringLiteral("RandomChoice"), QStringLiteral("ColsFrm"),
-            QStringLiteral("NameToTag"),   QStringLiteral("TextToTags"),   QStringLiteral("LinkToTag"),
-            QStringLiteral("SetAlbum"),    QStringLiteral("SingleFile01"), QStringLiteral("SingleFile02"),
-            QStringLiteral("SingleFile03")};
+            QStringLiteral("album"),        QStringLiteral("RemQ"),         QStringLiteral("RemM"),
+            QStringLiteral("RandomChoice"), QStringLiteral("ColsFrm"),      QStringLiteral("NameToTag"),
+            QStringLiteral("TextToTags"),   QStringLiteral("LinkToTag"),    QStringLiteral("SetAlbum"),
+            QStringLiteral("SingleFile01"), QStringLiteral("SingleFile02"), QStringLiteral("SingleFile03")};
         for (int i = 0; i < kMenuRatings; ++i)
             k.insert(QStringLiteral("QIn%1").arg(i, 2, 10, QLatin1Char('0')));
         for (int i = 0; i < kMenuMoods; ++i)
@@ -68,6 +67,7 @@ InputMenuState InputListMenu::State() const {
     const std::vector<int> sel = list.SelectedRows();
     s.highlighted = int(sel.size());
     s.directEdit = m_window->renamePanel->chbTab1_DirectEdit->isChecked();
+    s.hasSyncText = SongHasSyncText(SyncTextSong(list));
     s.marks << MarkText(m_window->pageData->txtTab1_FTag->text());
     s.marks << m_window->marksPanel->Signs();
     for (int r : sel) {
@@ -128,8 +128,10 @@ void InputListMenu::RunKey(const QString& key) {
     DataGrid& list = Grids::LbxInput();
     const ListEnv env = InputListEnv(m_window->pageData, m_window->listProgress);
     int n = -1;
-    if (key == QLatin1String("play") || key == QLatin1String("play1") || key == QLatin1String("play2") ||
-        key == QLatin1String("play3")) {
+    if (RunSyncTextKey(m_window, key)) {
+        // the synchronised text of the song
+    } else if (key == QLatin1String("play") || key == QLatin1String("play1") ||
+               key == QLatin1String("play2") || key == QLatin1String("play3")) {
         PlayEnv play(AppPrompt());
         play.noMsg = m_window->pageData->chbTab1_NoMsg->isChecked();
         const bool save = key == QLatin1String("play2") || key == QLatin1String("play3");

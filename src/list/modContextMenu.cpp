@@ -80,7 +80,8 @@ void AddPlay(ContextMenuEntries& m, const InputMenuState& s, MenuCaptionFn cap) 
         for (const char* k : {"sTextPlay", "sTextShow", "sTextRemove"})
             m.Add(cap(QLatin1String(k)), QLatin1String(k), QStringLiteral("sText"));
     }
-    m.Add(cap(QStringLiteral("sTextPlayAll")), QStringLiteral("sTextPlayAll"));
+    m.Add(cap(QStringLiteral("sTextPlayAll")), QStringLiteral("sTextPlayAll"), QString(), false,
+          s.highlighted > 0);
 }
 
 void AddMarks(ContextMenuEntries& m, int highlighted, const QStringList& marks,

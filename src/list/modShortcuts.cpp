@@ -2,6 +2,7 @@
 
 #include "core/CaptionRows.h"
 #include "list/modMarks.h"
+#include "list/modShortcutsText.h"
 
 #include <Qt>
 
@@ -310,5 +311,7 @@ bool HandleShortcut(const QString& list, int keyCode, int shift) {
             g_ref->FocusList();
         return ran;
     }
+    if (IsSTextShortcutList(list))
+        return HandleSTextShortcut(list, keyCode, shift);
     return false;
 }

@@ -376,6 +376,13 @@ void InsertSTextRow(DataGrid& g, bool before) {
     g.LockUpdate(false);
 }
 
+void InsertBlankLine(DataGrid& g) {
+    const int cur = g.CurRow();
+    InsertSTextRow(g, false);
+    if (cur >= 1)
+        g.SetCurRow(cur);
+}
+
 void EraseAllTimestamps(DataGrid& g) {
     g.LockUpdate(true);
     for (int row = 1; row <= g.Rows(); ++row)

@@ -111,6 +111,8 @@ void ShiftSTextRows(DataGrid& g, qint32 delta, bool fromActRow);
 // Inserts a blank row before or after the current row and makes the row below the
 // current one current; at the last row a blank row is added and becomes current.
 void InsertSTextRow(DataGrid& g, bool before);
+// Inserts a blank line after the current row; the current row stays where it is.
+void InsertBlankLine(DataGrid& g);
 void EraseAllTimestamps(DataGrid& g);
 // Deletes CR LF, CR and LF inside the texts.
 void RemoveLineBreaks(DataGrid& g);
