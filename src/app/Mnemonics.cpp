@@ -207,20 +207,19 @@ int Rank(QWidget* w) {
     return 2;
 }
 
-// The letter for `text`, not in `blocked`. A letter that controls of other pages use
-// already comes first: it costs nothing on the pages that show together with this one.
-// Word starts before other letters, letters before digits.
+// The key for `plain`, not in `blocked`: a word start first (a letter or the digit of
+// "1 digit"), then any letter, then a digit. Among those, a key that controls of other
+// pages use already comes before a fresh one: it costs nothing on the pages that show
+// together with this one, and leaves more keys for them.
 int Pick(const QString& plain, const QSet<QChar>& blocked, const QSet<QChar>& taken) {
-    auto free = [&](qsizetype i) { return Usable(plain.at(i)) && !blocked.contains(plain.at(i).toUpper()); };
     auto wordStart = [&](qsizetype i) { return i == 0 || !plain.at(i - 1).isLetterOrNumber(); };
-    for (const bool reused : {true, false})
-        for (const int kind : {0, 1, 2}) // word start, letter, digit
+    for (const int kind : {0, 1, 2}) // word start, letter, digit
+        for (const bool reused : {true, false})
             for (qsizetype i = 0; i < plain.size(); ++i) {
                 const QChar c = plain.at(i);
-                const bool fits = kind == 0   ? c.isLetter() && wordStart(i)
-                                  : kind == 1 ? c.isLetter()
-                                              : c.isDigit();
-                if (fits && free(i) && taken.contains(c.toUpper()) == reused)
+                const bool fits = kind == 0 ? wordStart(i) : kind == 1 ? c.isLetter() : c.isDigit();
+                if (fits && Usable(c) && !blocked.contains(c.toUpper()) &&
+                    taken.contains(c.toUpper()) == reused)
                     return int(i);
             }
     return -1;
