@@ -21,10 +21,12 @@ class QWidget;
 
 // Gives every button, check box, option and labelled field (a label with a buddy) of
 // the window of `w` an Alt key that is unique on each of its pages. A "&" that the
-// caption already carries stays when its letter is free; else the first free letter of
-// the text takes it, word starts first. The visible text does not change otherwise; a
-// text without a free letter keeps no key. Labels of input fields that stand right
-// before their field in the layout and end with ":" get that field as their buddy.
+// caption already carries stays when its letter is free; else a free letter of the text
+// takes it: word starts (and digits that begin a word) first, and among equals a key that
+// other pages use already, so that crowded pages side by side run short less often. The
+// visible text does not change otherwise; a text without a free letter keeps no key.
+// Controls on more pages come first, then buttons, then switches, then labels. Labels of input fields that
+// stand right before their field in the layout and end with ":" get that field as their buddy.
 void AssignMnemonics(QWidget* w);
 
 // Orders the Tab chain of the window of `w` in reading order: the layouts from top to
