@@ -43,12 +43,12 @@ FolderPanel::FolderPanel(QWidget* parent) : QWidget(parent) {
     Folderview->header()->setStretchLastSection(false);
     btnTab1_CloseFolderview = new QPushButton(this);
     btnTab1_CloseFolderview->setObjectName(QStringLiteral("btnTab1_CloseFolderview"));
-    chbPref_CloseFolderView = new QCheckBox(this);
-    chbPref_CloseFolderView->setObjectName(QStringLiteral("chbPref_CloseFolderView"));
+    chbTab1_CloseFolderView = new QCheckBox(this);
+    chbTab1_CloseFolderView->setObjectName(QStringLiteral("chbTab1_CloseFolderView"));
     v->addWidget(Drive1);
     v->addWidget(Folderview, 1);
     auto* row = new QHBoxLayout;
-    row->addWidget(chbPref_CloseFolderView, 1);
+    row->addWidget(chbTab1_CloseFolderView, 1);
     row->addWidget(btnTab1_CloseFolderview);
     v->addLayout(row);
 
@@ -78,7 +78,7 @@ FolderPanel::FolderPanel(QWidget* parent) : QWidget(parent) {
     });
     connect(Drive1, &QComboBox::activated, this, [this](int i) { SetDrive(Drive1->itemData(i).toString()); });
     connect(btnTab1_CloseFolderview, &QPushButton::clicked, this, &FolderPanel::closeRequested);
-    connect(chbPref_CloseFolderView, &QCheckBox::toggled, this, [](bool on) {
+    connect(chbTab1_CloseFolderView, &QCheckBox::toggled, this, [](bool on) {
         if (!State().SuppressEvents)
             SetSettingOn(Ini::CloseFolderView, Ini::Col1, on);
     });
@@ -287,7 +287,7 @@ QString FolderPanel::SelectedFolder() const {
 void FolderPanel::ApplySettings(Prompt& prompt) {
     const bool quiet = State().SuppressEvents;
     State().SuppressEvents = true;
-    chbPref_CloseFolderView->setChecked(SettingOn(Ini::CloseFolderView, Ini::Col1));
+    chbTab1_CloseFolderView->setChecked(SettingOn(Ini::CloseFolderView, Ini::Col1));
     FillDrives();
     const QString preset = Setting(Ini::DrivePreset, Ini::Col1);
     bool shown = false;

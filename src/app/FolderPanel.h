@@ -24,7 +24,9 @@ public:
     QComboBox* Drive1;
     QTreeWidget* Folderview;
     QPushButton* btnTab1_CloseFolderview;
-    QCheckBox* chbPref_CloseFolderView; // close the pane after a scan (settings row 22)
+    // Close the pane after a scan (settings row 22): the switch of the preferences, at hand
+    // beside the pane; the main window keeps the two in step.
+    QCheckBox* chbTab1_CloseFolderView;
 
     // The folder of the last click in the tree; else the selected node; else empty.
     QString SelectedFolder() const;

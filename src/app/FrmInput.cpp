@@ -3,11 +3,14 @@
 #include "app/DataGridView.h"
 #include "app/FilesPanel.h"
 #include "app/FindFilterPanel.h"
+#include "app/FolderPanel.h"
 #include "app/FrmCap.h"
 #include "app/FrmPictures.h"
 #include "app/FrmPlaylist.h"
 #include "app/FrmPreferences.h"
 #include "app/FrmSText.h"
+#include "app/FrmShowColumn.h"
+#include "app/FrmShowColumnRef.h"
 #include "app/FrmSongtext.h"
 #include "app/FrmTag.h"
 #include "app/FrmTexte.h"
@@ -18,7 +21,9 @@
 #include "app/ListsPanel.h"
 #include "app/MarksPanel.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/Mnemonics.h"
 #include "app/PlayerPanel.h"
+#include "app/QuitKey.h"
 #include "app/RefPanel.h"
 #include "app/RenamePanel.h"
 #include "app/ScanPanel.h"
@@ -43,10 +48,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -129,6 +136,7 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     }
 
     connect(pageData->btn2Tab1_ClosePrg, &QAbstractButton::clicked, this, &FrmInput::ClosePrg);
+    InstallQuitKey(this); // Ctrl+Q
     // "Copy to the tag list": the selected rows of the current row's type go to the tag
     // list, and its page comes forward.
     connect(listsPanel, &ListsPanel::copyToTaglistRequested, frmTag, [this](const QString& type) {
@@ -155,6 +163,19 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
     connect(scanPanel, &ScanPanel::valueListsChanged, findFilterPanel, &FindFilterPanel::SetQualityLists);
     connect(scanPanel, &ScanPanel::scanFinished, findFilterPanel, &FindFilterPanel::ListRefilled);
     connect(frmPreferences, &FrmPreferences::languageChanged, this, &FrmInput::LanguageChanged);
+    // The column windows of the lists, from the preferences as from the lists' menus.
+    connect(frmPreferences, &FrmPreferences::columnsRequested, this, [this](bool referenceList) {
+        if (referenceList)
+            refPanel->ShowColumnWindow()->Open();
+        else
+            findFilterPanel->ShowColumnWindow()->Open();
+    });
+    // The folder pane's switch "close after reading" is the one of the preferences.
+    if (auto* pref = frmPreferences->findChild<QCheckBox*>(QStringLiteral("chbPref_CloseFolderView"))) {
+        QCheckBox* pane = scanPanel->folders->chbTab1_CloseFolderView;
+        connect(pref, &QCheckBox::toggled, pane, &QCheckBox::setChecked);
+        connect(pane, &QCheckBox::toggled, pref, &QCheckBox::setChecked);
+    }
     connect(frmPreferences, &FrmPreferences::captionToolsRequested, this, [this] {
         FrmCap* cap = Cap();
         if (!cap->isVisible())
@@ -216,9 +237,17 @@ StartupSteps FrmInput::Steps() {
         pageData->LbxInput->table()->setFocus();
     };
     s.removeFocusRects = [this] {
-        // Buttons, check boxes and options take no focus frame from a click.
-        for (QAbstractButton* b : findChildren<QAbstractButton*>())
+        // Buttons, check boxes and options take no focus frame from a click, and the Tab
+        // key reaches every one of them; not the inner buttons of other controls (tab
+        // strip arrows, clear buttons of text boxes) nor a mere indicator.
+        for (QAbstractButton* b : findChildren<QAbstractButton*>()) {
+            QWidget* p = b->parentWidget();
+            if (qobject_cast<QTabBar*>(p) || qobject_cast<QLineEdit*>(p) || qobject_cast<QComboBox*>(p) ||
+                b->testAttribute(Qt::WA_TransparentForMouseEvents))
+                continue;
             b->setFocusPolicy(Qt::TabFocus);
+        }
+        OrderTabChain(this);
     };
     return s;
 }

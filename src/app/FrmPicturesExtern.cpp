@@ -1,6 +1,7 @@
 // FrmPictures: the pictures on disk, their links to texts and songs, the slide show.
 #include "app/DataGridView.h"
 #include "app/FrmPictures.h"
+#include "app/Mnemonics.h"
 #include "app/PictureView.h"
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
@@ -371,7 +372,7 @@ void FrmPictures::cmdStep(int delta) {
 
 void FrmPictures::cmdSlideShow() {
     auto* b = findChild<QPushButton*>(QStringLiteral("btnPic_AutoPic"));
-    if (b->text() == Caption(CapSlideShowStart)) {
+    if (WithoutMnemonic(b->text()) == Caption(CapSlideShowStart)) { // the shown text may carry its Alt key
         DataGrid& list = Grids::LbxPic_Extern();
         if (list.Rows() == 0) {
             prompt().Tell(Caption(CapListEmpty), Prompt::Icon::Information);

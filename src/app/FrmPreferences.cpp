@@ -50,6 +50,7 @@ constexpr SwitchSpec kSwitches[] = {
     {"chbPref_Paperbin", Ini::Paperbin, Ini::Col2},
     {"chbPref_PurgeLinklist", Ini::PurgeLinklist, Ini::Col1},
     {"chbPref_ConfirmLinkDelete", Ini::ConfirmLinkDelete, Ini::Col1},
+    {"chbPref_CloseFolderView", Ini::CloseFolderView, Ini::Col1},
     {"chbPref_PresetSubfolder", Ini::PresetSubfolder, Ini::Col1},
     {"chbPref_RenamePreview", Ini::RenamePreview, Ini::Col1},
     {"chbPref_OptimalColumnWidth", Ini::OptimalColumnWidth, Ini::Col1},
@@ -101,6 +102,19 @@ QWidget* FrmPreferences::buildGeneralPage() {
     dg->addWidget(chbPref_TTText);
     auto* optimal = Named<QCheckBox>(grpDisplay, "chbPref_OptimalColumnWidth");
     dg->addWidget(optimal);
+    // The window of visible columns, for the data list or the reference list.
+    auto* columns = new QHBoxLayout;
+    auto* optColInput = Named<QRadioButton>(grpDisplay, "optPref_ColInput");
+    auto* optColRef = Named<QRadioButton>(grpDisplay, "optPref_ColRef");
+    auto* btnPref_Columns = Named<QPushButton>(grpDisplay, "btnPref_Columns");
+    optColInput->setChecked(true);
+    columns->addWidget(optColInput);
+    columns->addWidget(optColRef);
+    columns->addWidget(btnPref_Columns);
+    columns->addStretch(1);
+    dg->addLayout(columns);
+    connect(btnPref_Columns, &QPushButton::clicked, this,
+            [this, optColRef] { emit columnsRequested(optColRef->isChecked()); });
     dg->addStretch(1);
     grid->addWidget(grpDisplay, 0, 1);
 

@@ -42,6 +42,9 @@ public:
 signals:
     void languageChanged();       // after btnPref_Lng has switched the language
     void captionToolsRequested(); // btnPref_PrepCaption
+    // btnPref_Columns: the window of visible columns of the reference list (true) or of
+    // the data list (false), as optPref_ColRef and optPref_ColInput choose.
+    void columnsRequested(bool referenceList);
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -28,6 +28,7 @@
 #include "ref/modRefReplace.h"
 
 #include <QApplication>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QGridLayout>
@@ -134,6 +135,13 @@ RefPanel::RefPanel(InputDataPage* page, ListProgress* progress, QWidget* parent)
     replaceOptions->setSpacing(3);
     replaceOptions->addWidget(optTab1_R_D);
     replaceOptions->addWidget(optTab1_D_R);
+    // Options of one parent form one group, the options in its frames included: each
+    // pair gets a group of its own, so that neither takes the other's check or Tab stop.
+    for (QRadioButton* pair : {optTab1_Match_R_D, optTab1_R_D}) {
+        auto* group = new QButtonGroup(this);
+        group->addButton(pair);
+        group->addButton(pair == optTab1_R_D ? optTab1_D_R : optTab1_Match_D_R);
+    }
     chbTab1_KeepFilename = box("chbTab1_KeepFilename");
     chbTab1_KeepTags = box("chbTab1_KeepTags");
     btnTab1_RefFTagBlue = button("btnTab1_RefFTagBlue");

@@ -1,5 +1,6 @@
 #include "app/UiCaptions.h"
 
+#include "app/Mnemonics.h"
 #include "core/AppState.h"
 #include "core/Captions.h"
 #include "core/ControlCaptions.h"
@@ -19,6 +20,7 @@
 #include <QLocale>
 #include <QPointer>
 #include <QTabWidget>
+#include <QTimer>
 #include <QTranslator>
 #include <QWidget>
 #include <vector>
@@ -75,6 +77,22 @@ void ApplyTo(QWidget* w, const QMultiHash<QString, const ControlCaption*>& byNam
     }
 }
 
+// Alt keys and Tab order of the whole window, now and once more when the events of the
+// walk are through (some windows put texts of their own after it).
+void KeyboardOf(QWidget* root) {
+    QWidget* window = root->window();
+    AssignMnemonics(window);
+    OrderTabChain(window);
+    if (window->property("mnemonicsPending").toBool())
+        return;
+    window->setProperty("mnemonicsPending", true);
+    QTimer::singleShot(0, window, [window] {
+        window->setProperty("mnemonicsPending", false);
+        AssignMnemonics(window);
+        OrderTabChain(window);
+    });
+}
+
 void Walk(QWidget* root) {
     QMultiHash<QString, const ControlCaption*> byName;
     for (const ControlCaption& c : ControlCaptions())
@@ -84,6 +102,7 @@ void Walk(QWidget* root) {
     const QList<QWidget*> children = root->findChildren<QWidget*>();
     for (QWidget* w : children)
         ApplyTo(w, byName, toolTips);
+    KeyboardOf(root);
 }
 } // namespace
 

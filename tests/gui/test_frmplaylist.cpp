@@ -7,6 +7,7 @@
 #include "app/DataGridView.h"
 #include "app/FrmPlaylist.h"
 #include "app/FrmTag.h"
+#include "app/Mnemonics.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/SettingRows.h"
@@ -125,7 +126,7 @@ private slots:
                               "mnuPlaylist_MarkFromFTag",
                               "mnuPlaylist_SignID"})
             QVERIFY2(p->findChild<QObject*>(QString::fromLatin1(n)), n);
-        QCOMPARE(Control<QPushButton>(p, "btnPlaylist_SavePlaylist")->text(), Caption(461));
+        QCOMPARE(WithoutMnemonic(Control<QPushButton>(p, "btnPlaylist_SavePlaylist")->text()), Caption(461));
         QCOMPARE(p->lbxPlaylist().Column(PlCol::TF).caption, Caption(CapHeaderFileFound));
         QVERIFY(!Control<QPushButton>(p, "btnPlaylist_SavePlaylist")->text().isEmpty());
     }

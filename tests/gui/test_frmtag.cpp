@@ -6,6 +6,7 @@
 #include "TagUiFixture.h"
 
 #include "app/InputDataPage.h"
+#include "app/Mnemonics.h"
 
 #include "app/FrmTag.h"
 #include "app/FrmTagSetPanel.h"
@@ -129,7 +130,7 @@ private slots:
             QVERIFY2(w.findChild<QObject*>(QString::fromLatin1(n)), n);
         QVERIFY(Named<QPushButton>(w, "btnTab2_CopyToPlaylist")->isEnabled());
         QCOMPARE(Named<QComboBox>(w, "cmbTab2_TagToTag")->count(), 20);
-        QCOMPARE(Named<QPushButton>(w, "btnTab2_UpdateTag")->text(), Caption(371));
+        QCOMPARE(WithoutMnemonic(Named<QPushButton>(w, "btnTab2_UpdateTag")->text()), Caption(371));
     }
 
     void checkBoxEnablesItsBox() {

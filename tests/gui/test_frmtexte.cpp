@@ -9,6 +9,7 @@
 #include "app/DataGridView.h"
 #include "app/FrmSText.h"
 #include "app/FrmTexte.h"
+#include "app/Mnemonics.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/GlobalGrids.h"
@@ -133,7 +134,8 @@ private slots:
         QVERIFY(Control<QPushButton>(p, "btnTexte_PrintTextbox")->isEnabled());
         QVERIFY(!Control<QPushButton>(p, "btnTexte_CancelFindLyrics")->isEnabled());
         QVERIFY(!Control<QCheckBox>(p, "chbTexte_DirectEditLyrics")->isEnabled());
-        QCOMPARE(Control<QPushButton>(p, "btnTexte_FindTxt")->text(), QStringLiteral("Textdateien suchen"));
+        QCOMPARE(WithoutMnemonic(Control<QPushButton>(p, "btnTexte_FindTxt")->text()),
+                 QStringLiteral("Textdateien suchen"));
     }
 
     void settingRowsAtStart() {

@@ -10,6 +10,7 @@
 #include "app/FrmTag.h"
 #include "app/InputDataPage.h"
 #include "app/MessageBoxPrompt.h"
+#include "app/Mnemonics.h"
 #include "core/Captions.h"
 #include "core/DataGrid.h"
 #include "core/SettingRows.h"
@@ -55,12 +56,13 @@ std::vector<Seen> TextsOf(QWidget* root) {
     QList<QWidget*> all = root->findChildren<QWidget*>();
     all.prepend(root);
     for (QWidget* w : std::as_const(all)) {
+        // Compared as shown: without the "&" of an Alt key.
         if (auto* b = qobject_cast<QAbstractButton*>(w))
-            add(w, b->text());
+            add(w, WithoutMnemonic(b->text()));
         else if (auto* l = qobject_cast<QLabel*>(w))
-            add(w, l->text());
+            add(w, WithoutMnemonic(l->text()));
         else if (auto* g = qobject_cast<QGroupBox*>(w))
-            add(w, g->title());
+            add(w, WithoutMnemonic(g->title()));
         if (auto* t = qobject_cast<QTabWidget*>(w))
             for (int i = 0; i < t->count(); ++i)
                 add(w, t->tabText(i));
@@ -84,7 +86,7 @@ QSet<QString> ColumnTexts(int col) {
     const DataGrid& t = CaptionTable();
     for (int r = 1; r <= t.Rows(); ++r)
         if (const QString x = t.CellText(r, col); !x.isEmpty())
-            s.insert(x);
+            s.insert(WithoutMnemonic(x));
     return s;
 }
 

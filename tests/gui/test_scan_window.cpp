@@ -5,6 +5,7 @@
 #include "app/DataGridView.h"
 #include "app/FolderPanel.h"
 #include "app/InputDataPage.h"
+#include "app/Mnemonics.h"
 #include "app/ScanPanel.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -138,7 +139,7 @@ private slots:
         QVERIFY(g.prompt.shown.empty());
 
         // The pane closes after the scan when the preference says so.
-        p->folders->chbPref_CloseFolderView->setChecked(true);
+        p->folders->chbTab1_CloseFolderView->setChecked(true);
         QVERIFY(SettingOn(Ini::CloseFolderView, Ini::Col1));
         QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
         QVERIFY(!p->FolderPaneOpen());
@@ -394,7 +395,7 @@ private slots:
         std::unique_ptr<QMenu> menu(f->MakeContextMenu(node));
         auto* refresh = menu->findChild<QAction*>("mnuFolder_UpdateFolders");
         QVERIFY(refresh);
-        QCOMPARE(refresh->text(), Caption(844));
+        QCOMPARE(WithoutMnemonic(refresh->text()), Caption(844));
         refresh->trigger();
         QCOMPARE(node->childCount(), 2);
         QCOMPARE(node->child(0)->text(0), QString("b"));

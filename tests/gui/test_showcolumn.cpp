@@ -5,6 +5,7 @@
 #include "ListWindowFixture.h"
 #include "app/FrmShowColumn.h"
 #include "app/FrmShowColumnRef.h"
+#include "app/Mnemonics.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/SettingRows.h"
@@ -46,14 +47,14 @@ private slots:
         QVERIFY(w);
         QCOMPARE(w->findChildren<QCheckBox*>().size(), InCol::Count);
         const DataGrid& list = Grids::LbxInput();
-        QCOMPARE(Box(w, InCol::Artist - 1)->text(), list.Column(InCol::Artist).caption);
+        QCOMPARE(WithoutMnemonic(Box(w, InCol::Artist - 1)->text()), list.Column(InCol::Artist).caption);
         QVERIFY(!Box(w, InCol::No - 1)->isChecked());
         QVERIFY(Box(w, InCol::Artist - 1)->isChecked());
         Box(w, InCol::Artist - 1)->click();
         QVERIFY(!list.Column(InCol::Artist).visible);
         QCOMPARE(Setting(Ini::ActivePattern, Ini::Col2), QString()); // a box leaves row 87 alone
         // Free slots show the default caption with their number.
-        QCOMPARE(Option(w, 4)->text(), Caption(CapPatternDefault) + QStringLiteral("5"));
+        QCOMPARE(WithoutMnemonic(Option(w, 4)->text()), Caption(CapPatternDefault) + QStringLiteral("5"));
         QCOMPARE(w->windowTitle(), Caption(618));
     }
 
@@ -82,7 +83,7 @@ private slots:
         QVERIFY(list.Column(InCol::Title).visible);
         name->setText(QStringLiteral("Short"));
         Control<QPushButton>(w, "btnShowCol_SavePattern")->click();
-        QCOMPARE(Option(w, 2)->text(), QStringLiteral("Short"));
+        QCOMPARE(WithoutMnemonic(Option(w, 2)->text()), QStringLiteral("Short"));
         QString expected(InCol::Count, QLatin1Char('0'));
         expected[InCol::FileName - 1] = QLatin1Char('1');
         expected[InCol::Title - 1] = QLatin1Char('1');
@@ -119,7 +120,7 @@ private slots:
         QCOMPARE(Setting(Ini::PatternFirst + 2, Ini::PatternNameCol), QString());
         QCOMPARE(Setting(Ini::PatternFirst + 2, Ini::PatternTextCol), QString());
         QCOMPARE(Setting(Ini::ActivePattern, Ini::Col2), QString());
-        QCOMPARE(Option(w, 2)->text(), Caption(CapPatternDefault) + QStringLiteral("3"));
+        QCOMPARE(WithoutMnemonic(Option(w, 2)->text()), Caption(CapPatternDefault) + QStringLiteral("3"));
         QCOMPARE(IniOnDisk(g, Ini::PatternFirst + 2, Ini::PatternNameCol), QString());
         QVERIFY(list.Column(InCol::Title).visible);
 
@@ -141,7 +142,7 @@ private slots:
         QVERIFY(!list.Column(InCol::DateTime).visible);
         FrmShowColumn* w = Open(g);
         QVERIFY(Option(w, 5)->isChecked());
-        QCOMPARE(Option(w, 5)->text(), QStringLiteral("Mine"));
+        QCOMPARE(WithoutMnemonic(Option(w, 5)->text()), QStringLiteral("Mine"));
         QCOMPARE(Control<QLineEdit>(w, "txtShowCol_Pattern")->text(), QStringLiteral("Mine"));
     }
 
@@ -154,7 +155,7 @@ private slots:
         GuiProgram g;
         QVERIFY(g.Start(ini));
         FrmShowColumn* w = Open(g);
-        QCOMPARE(Option(w, 9)->text(), QStringLiteral("P9"));
+        QCOMPARE(WithoutMnemonic(Option(w, 9)->text()), QStringLiteral("P9"));
         Option(w, 7)->click();
         Box(w, InCol::Artist - 1)->click();
         Control<QLineEdit>(w, "txtShowCol_Pattern")->setText(QStringLiteral("New"));
@@ -163,7 +164,7 @@ private slots:
         QCOMPARE(g.prompt.shown.size(), asked); // no question
         QCOMPARE(Setting(Ini::PatternFirst + 7, Ini::PatternNameCol), QStringLiteral("New"));
         QCOMPARE(Setting(Ini::PatternFirst + 7, Ini::PatternTextCol).at(InCol::Artist - 1), QLatin1Char('0'));
-        QCOMPARE(Option(w, 7)->text(), QStringLiteral("New"));
+        QCOMPARE(WithoutMnemonic(Option(w, 7)->text()), QStringLiteral("New"));
     }
 
     void referenceColumnsWindowWorksOnAnyList() {
@@ -174,7 +175,7 @@ private slots:
         FrmShowColumnRef w(ref, g.window.get());
         w.Open();
         QCOMPARE(w.findChildren<QCheckBox*>().size(), 5);
-        QCOMPARE(Control<QCheckBox>(&w, "chbColRef(1)")->text(), QStringLiteral("R2"));
+        QCOMPARE(WithoutMnemonic(Control<QCheckBox>(&w, "chbColRef(1)")->text()), QStringLiteral("R2"));
         Control<QCheckBox>(&w, "chbColRef(1)")->click();
         QVERIFY(!ref.Column(2).visible);
         Control<QPushButton>(&w, "btnShowColRef_Save")->click();
