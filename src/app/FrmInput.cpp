@@ -24,6 +24,7 @@
 #include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
 #include "app/WindowPlace.h"
+#include "app/WindowShortcuts.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -46,14 +47,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QShortcut>
 #include <QTabWidget>
 #include <QTableView>
 #include <QVBoxLayout>
 
 namespace {
 FrmInput* g_instance = nullptr;
-constexpr int kMainAreas = 7;
 } // namespace
 
 FrmInput* FrmInput::Instance() {
@@ -120,13 +119,9 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
             TabInput->setCurrentWidget(frmSText);
     };
 
-    // F1 to F7 go to the main areas, from wherever the focus is in this window.
-    for (int i = 0; i < kMainAreas; ++i) {
-        auto* sc = new QShortcut(QKeySequence(Qt::Key_F1 + i), this);
-        sc->setObjectName(QStringLiteral("scMainTab%1").arg(i + 1));
-        sc->setContext(Qt::WindowShortcut);
-        connect(sc, &QShortcut::activated, this, [this, i] { TabInput->setCurrentIndex(i); });
-    }
+    // F1 to F7 go to the main areas, from wherever the focus is in this window; the keys
+    // of the tag list, the playlist and the pictures.
+    InstallWindowShortcuts(this);
 
     connect(pageData->btn2Tab1_ClosePrg, &QAbstractButton::clicked, this, &FrmInput::ClosePrg);
     // "Copy to the tag list": the selected rows of the current row's type go to the tag
