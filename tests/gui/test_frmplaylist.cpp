@@ -221,6 +221,8 @@ private slots:
         QCOMPARE(list.CellText(3, PlCol::FTag), QStringLiteral("Party"));
         QTest::keyClick(view->table(), Qt::Key_1, Qt::ControlModifier);
         QCOMPARE(mark->text(), QStringLiteral("Party"));
+        QTest::keyClick(view->table(), Qt::Key_1, Qt::ControlModifier); // the same mark again empties the box
+        QCOMPARE(mark->text(), QString());
 
         // remove the highlighted row (quiet), then export the unmarked rows
         ClickRow(view, 2);
