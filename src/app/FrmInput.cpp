@@ -29,6 +29,7 @@
 #include "app/ScanPanel.h"
 #include "app/UiCaptions.h"
 #include "app/WindowPlace.h"
+#include "app/WindowShortcuts.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
@@ -60,7 +61,6 @@
 
 namespace {
 FrmInput* g_instance = nullptr;
-constexpr int kMainAreas = 7;
 } // namespace
 
 FrmInput* FrmInput::Instance() {
@@ -127,13 +127,9 @@ FrmInput::FrmInput(QWidget* parent) : QWidget(parent) {
             TabInput->setCurrentWidget(frmSText);
     };
 
-    // F1 to F7 go to the main areas, from wherever the focus is in this window.
-    for (int i = 0; i < kMainAreas; ++i) {
-        auto* sc = new QShortcut(QKeySequence(Qt::Key_F1 + i), this);
-        sc->setObjectName(QStringLiteral("scMainTab%1").arg(i + 1));
-        sc->setContext(Qt::WindowShortcut);
-        connect(sc, &QShortcut::activated, this, [this, i] { TabInput->setCurrentIndex(i); });
-    }
+    // F1 to F7 go to the main areas, from wherever the focus is in this window; the keys
+    // of the tag list, the playlist and the pictures.
+    InstallWindowShortcuts(this);
 
     connect(pageData->btn2Tab1_ClosePrg, &QAbstractButton::clicked, this, &FrmInput::ClosePrg);
     InstallQuitKey(this); // Ctrl+Q

@@ -62,6 +62,7 @@ const char* const kZoomMenu[] = {"mnuZoom_0", "mnuZoom_P10", "mnuZoom_M10", "mnu
                                  "mnuZoom_ImgSet"};
 
 constexpr int kThumbDefaultWidth = 120, kThumbDefaultHeight = 90;
+constexpr double kLargeTextFactor = 1.6; // btnPic_StretchTextbox
 
 } // namespace
 
@@ -136,8 +137,18 @@ void FrmPictures::buildUi() {
     m_filesTabs->addTab(buildInternTab(), QString());
     m_filesTabs->addTab(buildThumbTab(), QString());
 
-    m_picTabs = new QTabWidget(split);
+    // The picture and its linked text, with the two switches of the text under them.
+    auto* showSide = new QWidget(split);
+    auto* showLay = new QVBoxLayout(showSide);
+    showLay->setContentsMargins(0, 0, 0, 0);
+    m_picTabs = new QTabWidget(showSide);
     m_picTabs->setObjectName(QStringLiteral("SSTabPic_Pictures"));
+    showLay->addWidget(m_picTabs, 1);
+    auto* textSwitches = new QHBoxLayout;
+    textSwitches->addWidget(button("btnPic_HideTextbox", showSide));
+    textSwitches->addWidget(button("btnPic_StretchTextbox", showSide));
+    textSwitches->addStretch(1);
+    showLay->addLayout(textSwitches);
     m_picTabs->addTab(buildShowPane(), QString());
     auto* textPage = new QWidget(m_picTabs);
     auto* textLay = new QVBoxLayout(textPage);
@@ -147,7 +158,7 @@ void FrmPictures::buildUi() {
     m_picTabs->addTab(textPage, QString());
 
     split->addWidget(m_filesTabs);
-    split->addWidget(m_picTabs);
+    split->addWidget(showSide);
     split->setStretchFactor(0, 3);
     split->setStretchFactor(1, 2);
     split->setSizes({720, 520});
@@ -554,6 +565,16 @@ void FrmPictures::connectCommon() {
     act(m_zoomMenu, "mnuZoom_M10", [zoomBy] { zoomBy(-10); });
     act(m_zoomMenu, "mnuZoom_LeftCorner", [this] { m_view->ToTopLeft(); });
     act(m_zoomMenu, "mnuZoom_ImgSet", [this] { m_view->FitToPane(); });
+    // the linked text: shown in place of the picture and back, and in a large font
+    on("btnPic_HideTextbox", [this] { m_picTabs->setCurrentIndex(m_picTabs->currentIndex() == 1 ? 0 : 1); });
+    on("btnPic_StretchTextbox", [this] {
+        m_largeText = !m_largeText;
+        QFont f = font();
+        if (m_largeText)
+            f.setPointSizeF(f.pointSizeF() * kLargeTextFactor);
+        m_text->setFont(f);
+        m_picTabs->setCurrentIndex(1);
+    });
     // size unit
     auto* units = new QButtonGroup(this);
     units->addButton(m_cm, 0);

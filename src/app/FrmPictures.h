@@ -160,4 +160,5 @@ private:
     QStringList m_thumbPaths;
     std::vector<int> m_thumbRows;
     int m_tempCounter = 0;
+    bool m_largeText = false; // btnPic_StretchTextbox
 };

@@ -524,7 +524,6 @@ void FrmPlaylist::connectCommands() {
         }
         PlayPlaylistSong(*m_playlist, row, prompt());
     });
-    connect(m_playlistView, &DataGridView::keyPressed, this, &FrmPlaylist::onPlaylistKey);
     connect(m_filesView->table(), &QTableView::clicked, this, [this](const QModelIndex& index) {
         if (findChild<QCheckBox*>(QStringLiteral("chbPlaylist_OpenPlaylistWithClick"))->isChecked() &&
             index.row() >= 0) {
@@ -600,45 +599,10 @@ bool FrmPlaylist::eventFilter(QObject* watched, QEvent* event) {
     return AreaPage::eventFilter(watched, event);
 }
 
-void FrmPlaylist::onPlaylistKey(int key, int modifiers) {
-    const bool ctrl = modifiers & Qt::ControlModifier;
-    const bool shift = modifiers & Qt::ShiftModifier;
-    auto click = [this](const char* name) {
-        if (auto* b = findChild<QPushButton*>(QString::fromLatin1(name)))
-            b->click();
-    };
-    if (key >= Qt::Key_0 && key <= Qt::Key_9) {
-        const QString sign = Setting(Ini::SignFirst + (key - Qt::Key_0), Ini::SignCol);
-        if (ctrl) {
-            m_fTag->setText(sign);
-        } else if (!sign.isEmpty()) {
-            for (int row : m_playlist->SelectedRows())
-                m_playlist->SetCellText(row, PlCol::FTag, sign);
-            refreshSums();
-        }
-        return;
-    }
-    if (!ctrl)
-        return;
-    if (shift) {
-        if (key == Qt::Key_D)
-            click("btnPlaylist_Down");
-        else if (key == Qt::Key_U)
-            click("btnPlaylist_Up");
-        else if (key == Qt::Key_M)
-            click("btnPlaylist_FTagBlue");
-        else if (key == Qt::Key_R)
-            click("btnPlaylist_RemoveFTag");
-        return;
-    }
-    if (key == Qt::Key_A)
-        click("btnPlaylist_HighlightAll");
-    else if (key == Qt::Key_I)
-        click("btnPlaylist_InvertHighlight");
-    else if (key == Qt::Key_M)
-        click("btnPlaylist_SetFTagActRow");
-    else if (key == Qt::Key_Return || key == Qt::Key_Enter)
-        PlayPlaylistSong(*m_playlist, m_playlist->CurRow(), prompt());
+void FrmPlaylist::WriteMarkToHighlighted(const QString& mark) {
+    for (int row : m_playlist->SelectedRows())
+        m_playlist->SetCellText(row, PlCol::FTag, mark);
+    refreshSums();
 }
 
 void FrmPlaylist::cmdExport() {

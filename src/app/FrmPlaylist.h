@@ -45,6 +45,9 @@ public:
     int TakeOverFromTagList(const DataGrid& tagList, const DataGrid& input, const QString& tagMark,
                             bool tab1NoMsg);
 
+    // The keys' mark: `mark` into FTag of the highlighted rows, then the sums.
+    void WriteMarkToHighlighted(const QString& mark);
+
     // Dialogues; tests replace them. Empty result = cancelled.
     std::function<QString(const QString& startFolder)> chooseSavePath;
     std::function<QString(const QString& startFolder)> chooseFolder;
@@ -67,7 +70,6 @@ private:
     void saveBox(int row, int col, bool on);
     void showSignMenu(QMenu* menu);
     void startRename(int row);
-    void onPlaylistKey(int key, int modifiers);
     QPushButton* button(const char* name);
     QCheckBox* check(const char* name);
 

@@ -3,6 +3,7 @@
 #include "core/CaptionRows.h"
 #include "list/modMarks.h"
 #include "list/modShortcutsText.h"
+#include "list/modShortcutsWindows.h"
 
 #include <Qt>
 
@@ -299,6 +300,9 @@ void SetRefShortcuts(RefShortcutCommands* commands) {
 bool HandleShortcut(const QString& list, int keyCode, int shift) {
     if (keyCode == 0)
         return false;
+    // F1 to F7 go to the main areas from every list; then the tables of the tool areas.
+    if (MainTabShortcut(list, keyCode, shift) || WindowShortcut(list, keyCode, shift))
+        return true;
     if (list == QLatin1String("Input") && g_input) {
         const bool ran = InputKey(*g_input, keyCode, shift);
         if (ran)

@@ -192,9 +192,9 @@ private slots:
         ClickRow(view, 1);
         Click(p, "btnPlaylist_SetFTagActRow");
         QCOMPARE(list.CellText(1, PlCol::FTag), QStringLiteral("Best"));
-        SetSetting(1, Ini::SignCol, QStringLiteral("Party"));
+        SetSetting(Ini::SignFirst, Ini::SignCol, QStringLiteral("Party"));
         ClickRow(view, 3);
-        QTest::keyClick(view->table(), Qt::Key_0);
+        QTest::keyClick(view->table(), Qt::Key_1);
         QCOMPARE(list.CellText(3, PlCol::FTag), QStringLiteral("Party"));
         // a double click in column 2 takes the row's mark into the box
         DoubleClickRow(view, 3, PlCol::FTag);
@@ -221,7 +221,9 @@ private slots:
         QTest::keyClick(view->table(), Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(list.CellText(3, PlCol::FTag), QStringLiteral("Party"));
         QTest::keyClick(view->table(), Qt::Key_1, Qt::ControlModifier);
-        QCOMPARE(mark->text(), Setting(2, Ini::SignCol));
+        QCOMPARE(mark->text(), QStringLiteral("Party"));
+        QTest::keyClick(view->table(), Qt::Key_1, Qt::ControlModifier); // the same mark again empties the box
+        QCOMPARE(mark->text(), QString());
 
         // remove the highlighted row (quiet), then export the unmarked rows
         ClickRow(view, 2);
