@@ -43,6 +43,22 @@ bool EditWav(const QString& temp, const std::function<bool(TagLib::RIFF::WAV::Fi
         error);
 }
 
+// The steps of a save of a set that TagLib writes into a copy of the whole file: check the
+// target, let edit change the copy (all: write the whole set, not only what was staged),
+// and take the file as written.
+int SaveThroughCopy(EngineData& d, const QString& path, TagSet set,
+                    const std::function<bool(const QString& temp, bool all, QString* error)>& edit) {
+    Target t;
+    if (!Prepare(d, path, set, false, &t))
+        return 0;
+    const bool all = WholeSet(d, path, set);
+    const int ok =
+        EditBody(d, t, [&](const QString& temp, QString* error) { return edit(temp, all, error); });
+    if (ok)
+        Written(d, t, set);
+    return ok;
+}
+
 } // namespace
 
 namespace qlt_tag {
@@ -79,12 +95,8 @@ int WriteWavId3(EngineData& d, const Target& t, bool strip) {
 } // namespace qlt_tag
 
 int TagEngine::SaveWav(const QString& path) {
-    Target t;
-    if (!Prepare(*d, path, TagSet::Wav, false, &t))
-        return 0;
-    const bool all = WholeSet(*d, path, TagSet::Wav);
     const EngineData& data = *d;
-    const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
+    return SaveThroughCopy(*d, path, TagSet::Wav, [&](const QString& temp, bool all, QString* error) {
         return EditWav(
             temp,
             [&](TagLib::RIFF::WAV::File& f) {
@@ -93,20 +105,13 @@ int TagEngine::SaveWav(const QString& path) {
             },
             error);
     });
-    if (ok)
-        Written(*d, t, TagSet::Wav);
-    return ok;
 }
 
 int TagEngine::SaveMp4(const QString& path) {
-    Target t;
-    if (!Prepare(*d, path, TagSet::Mp4, false, &t))
-        return 0;
     if (!Mp4NumbersValid(*d, &d->error))
         return 0;
-    const bool all = WholeSet(*d, path, TagSet::Mp4);
     const EngineData& data = *d;
-    const int ok = EditBody(*d, t, [&](const QString& temp, QString* error) {
+    return SaveThroughCopy(*d, path, TagSet::Mp4, [&](const QString& temp, bool all, QString* error) {
         const QByteArray native = PosixFile::Native(temp);
         CheckedStream stream(native);
         bool saved = false;
@@ -124,11 +129,10 @@ int TagEngine::SaveMp4(const QString& path) {
             [&] {
                 TagLib::FileStream check(native.constData(), true);
                 TagLib::MP4::File f(&check, true);
-                return f.isValid() && f.audioProperties() && f.audioProperties()->lengthInMilliseconds() > 0;
+                // Readable as before: valid, with a sample rate and a duration.
+                return f.isValid() && f.audioProperties() && f.audioProperties()->sampleRate() > 0 &&
+                       f.audioProperties()->lengthInMilliseconds() > 0;
             },
             error);
     });
-    if (ok)
-        Written(*d, t, TagSet::Mp4);
-    return ok;
 }

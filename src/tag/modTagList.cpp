@@ -38,7 +38,7 @@ const std::vector<TagField>& LyricsBoxFields() {
 }
 
 const std::vector<TagField>& TypicalBoxFields(int type) {
-    // The WMA boxes follow the window's own order; FLAC and OGG the order of the
+    // The WMA boxes follow the window's own order; FLAC, OGG, MP4 and WAV the order of the
     // data list's typical columns without the genre.
     static const std::vector<TagField> wma{F::WmaYear,   F::WmaTrack,   F::WmaArtist, F::WmaTitle,
                                            F::WmaAlbum,  F::WmaComment, F::WmaExtra1, F::WmaExtra2,
