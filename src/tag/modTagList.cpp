@@ -318,12 +318,12 @@ TabsForType SetTabsForType(const QString& typeText, const QString& updateOption)
         return rows;
     };
     static const std::array<int, 8> wma = run(CapWmaLabel), flac = run(CapFlacLabel), ogg = run(CapOggLabel);
-    static const std::array<int, 8> mp4 = {CapWmaLabel + 7,  CapMp4EncoderLabel,  CapOggLabel + 9,
-                                           CapWmaLabel + 8,  CapMp4GroupingLabel, CapMp4DiscLabel,
+    static const std::array<int, 8> mp4 = {CapWmaLabel + 7,  CapMp4Encoder,   CapOggLabel + 9,
+                                           CapWmaLabel + 8,  CapMp4Grouping,  CapMp4Disc,
                                            CapWmaLabel + 13, CapWmaLabel + 14};
-    static const std::array<int, 8> wav = {CapWavEngineerLabel,     CapWavSoftwareLabel, CapOggLabel + 9,
-                                           CapWavCommissionedLabel, CapWavKeywordsLabel, CapWavLocationLabel,
-                                           CapWmaLabel + 13,        CapWmaLabel + 14};
+    static const std::array<int, 8> wav = {CapWavEngineer,     CapWavSoftware,  CapOggLabel + 9,
+                                           CapWavCommissioned, CapWavKeywords,  CapWavLocation,
+                                           CapWmaLabel + 13,   CapWmaLabel + 14};
     if (t == QLatin1String("WMA"))
         own = &wma;
     else if (t == QLatin1String("FLAC"))

@@ -209,8 +209,8 @@ private slots:
         QCOMPARE(tabs->tabText(4), QStringLiteral("MP4"));
         QVERIFY(!Named<QRadioButton>(w, "OptTab2_UpdateV2")->isEnabled());
         QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(7)")->text(), Caption(CapWmaLabel + 7));
-        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(8)")->text(), Caption(CapMp4EncoderLabel));
-        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(12)")->text(), Caption(CapMp4DiscLabel));
+        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(8)")->text(), Caption(CapMp4Encoder));
+        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(12)")->text(), Caption(CapMp4Disc));
         QCOMPARE(Named<QLineEdit>(w, "txtTab2_Typical(8)")->text(), QStringLiteral("Lavf59.27.100"));
         Named<QRadioButton>(w, "OptTab2_UpdateTypical")->setChecked(true);
         Named<QCheckBox>(w, "chbTab2_Typical(3)")->setChecked(true);
@@ -244,7 +244,7 @@ private slots:
         QVERIFY(tabs->isTabEnabled(1));
         QVERIFY(tabs->isTabEnabled(4));
         QCOMPARE(tabs->tabText(4), QStringLiteral("WAV"));
-        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(7)")->text(), Caption(CapWavEngineerLabel));
+        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(7)")->text(), Caption(CapWavEngineer));
         QCOMPARE(Named<QLineEdit>(w, "txtTab2_Typical(8)")->text(), QStringLiteral("Lavf59.27.100"));
         Named<QRadioButton>(w, "OptTab2_UpdateV2")->setChecked(true);
         Named<QCheckBox>(w, "chbTab2_V2(3)")->setChecked(true);
