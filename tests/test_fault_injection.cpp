@@ -1,7 +1,8 @@
 // Fault injection over every save: the N-th write, fsync, rename, truncate or close of
 // a save fails with ENOSPC or EIO, for every N. After each, the file holds exactly its
 // old bytes or exactly the new ones, the save reports the failure and no temporary copy
-// is left. Covers a tag save of each of the nine file types and the grid files (a saved
+// is left. Covers a tag save of each of the nine file types (MP4 items, the INFO list and
+// "id3 " chunk of WAV among them) and the grid files (a saved
 // list, qlt.ini, Caption.qlt). Then a child process is killed in the middle of saves at
 // many moments: old or new, and the next write into the folder leaves no copy behind.
 #include "TagTestUtil.h"
@@ -93,7 +94,17 @@ QList<TagCase> TagCases() {
         {"monkey", "tone.ape", v2, saveV2},
         {"flac", "tone.flac", [](TagEngine& e) { e.SetFlacTitle(Long("Titel")); },
          [](TagEngine& e, const QString& p) { return e.SaveFlac(p); }},
-        {"wav", "tone.wav", v2, saveV2}, // no tag set: refused without a write
+        {"wav v2", "tone.wav", v2, saveV2},
+        {"wav info", "tone.wav", [](TagEngine& e) { e.SetWavTitle(Long("Titel")); },
+         [](TagEngine& e, const QString& p) { return e.SaveWav(p); }},
+        {"wav v2 strip", "tone.wav", [](TagEngine&) {},
+         [](TagEngine& e, const QString& p) { return e.RemoveV2(p); },
+         [](const QString& p) {
+             TagEngine e;
+             e.OpenFile(p);
+             e.SetV2Title(QStringLiteral("weg"));
+             e.SaveV2(p);
+         }},
         {"ogg", "tone.ogg", [](TagEngine& e) { e.SetOggTitle(Long("Titel")); },
          [](TagEngine& e, const QString& p) { return e.SaveOgg(p); }},
         {"ogg strip", "tone.ogg", [](TagEngine&) {},
@@ -101,7 +112,9 @@ QList<TagCase> TagCases() {
         {"mpc", "tone.mpc", [](TagEngine& e) { e.SetApeTitle(Long("Ape")); },
          [](TagEngine& e, const QString& p) { return e.SaveApe(p); }},
         {"aac", "tone.aac", v2, saveV2},
-        {"mp4", "tone.m4a", v2, saveV2}, // no tag set: refused without a write
+        {"mp4", "tone.m4a", [](TagEngine& e) { e.SetMp4Title(Long("Titel")); },
+         [](TagEngine& e, const QString& p) { return e.SaveMp4(p); }},
+        {"mp4 v2", "tone.m4a", v2, saveV2}, // no ID3v2 on MP4: refused without a write
     };
 }
 
@@ -281,6 +294,8 @@ private slots:
         QTest::newRow("ape") << "tone.ape";
         QTest::newRow("mpc") << "tone.mpc";
         QTest::newRow("aac") << "tone.aac";
+        QTest::newRow("wav") << "tone.wav";
+        QTest::newRow("mp4") << "tone.m4a";
     }
     void aFullDiskNeverShortensAFile() {
         QFETCH(QString, fixture);
@@ -302,8 +317,14 @@ private slots:
         e.SetWmaComment(big);
         e.SetFlacComment(big);
         e.SetOggComment(big);
+        e.SetMp4Comment(big);
+        e.SetWavComment(big);
         int saved = 0;
-        if (type == 2)
+        if (type == 9)
+            saved = e.SaveMp4(path);
+        else if (type == 5)
+            saved = e.SaveWav(path);
+        else if (type == 2)
             saved = e.SaveWma(path);
         else if (type == 4)
             saved = e.SaveFlac(path);
@@ -327,6 +348,8 @@ private slots:
         QTest::newRow("wma") << "tone.wma";
         QTest::newRow("flac") << "tone.flac";
         QTest::newRow("ogg") << "tone.ogg";
+        QTest::newRow("wav") << "tone.wav";
+        QTest::newRow("mp4") << "tone.m4a";
     }
     void aFileSizeLimitIsAFailedWrite() {
         QFETCH(QString, fixture);
@@ -348,7 +371,11 @@ private slots:
             e.SetWmaTitle(big);
             e.SetFlacTitle(big);
             e.SetOggTitle(big);
-            const int saved = type == 2   ? e.SaveWma(path)
+            e.SetMp4Title(big);
+            e.SetWavTitle(big);
+            const int saved = type == 9   ? e.SaveMp4(path)
+                              : type == 5 ? e.SaveWav(path)
+                              : type == 2 ? e.SaveWma(path)
                               : type == 4 ? e.SaveFlac(path)
                               : type == 6 ? e.SaveOgg(path)
                                           : e.SaveV2(path);
@@ -372,6 +399,8 @@ private slots:
         const QString mp3 = CopyFixture(QStringLiteral("tone.mp3"), dir.path(), QStringLiteral("song.mp3"));
         const QString other =
             CopyFixture(QStringLiteral("tone.mp3"), dir.path(), QStringLiteral("other.mp3"));
+        const QString m4a = CopyFixture(QStringLiteral("tone.m4a"), dir.path(), QStringLiteral("song.m4a"));
+        const QString wav = CopyFixture(QStringLiteral("tone.wav"), dir.path(), QStringLiteral("song.wav"));
         // The states the saves can give, in the order the child makes them: title b, a,
         // b, ... (a tag keeps the room of a longer one before it, so each step counts).
         const QString a = QString(5000, QLatin1Char('a')), b = QStringLiteral("b");
@@ -385,13 +414,20 @@ private slots:
                 const int type = e.OpenFile(copy);
                 e.SetFlacTitle(i % 2 ? a : b);
                 e.SetV2Title(i % 2 ? a : b);
-                type == 4 ? e.SaveFlac(copy) : e.SaveV2(copy);
+                e.SetMp4Title(i % 2 ? a : b);
+                e.SetWavTitle(i % 2 ? a : b);
+                type == 4   ? e.SaveFlac(copy)
+                : type == 9 ? e.SaveMp4(copy)
+                : type == 5 ? e.SaveWav(copy)
+                            : e.SaveV2(copy);
                 all << ReadAll(copy);
             }
             return all;
         };
         const QList<QByteArray> flacStates = states(path);
         const QList<QByteArray> mp3States = states(mp3);
+        const QList<QByteArray> m4aStates = states(m4a);
+        const QList<QByteArray> wavStates = states(wav);
         QRandomGenerator rng(1234);
         int leftBehind = 0;
         for (int round = 0; round < 150; ++round) {
@@ -407,6 +443,12 @@ private slots:
                     e.OpenFile(mp3);
                     e.SetV2Title(title);
                     e.SaveV2(mp3);
+                    e.OpenFile(m4a);
+                    e.SetMp4Title(title);
+                    e.SaveMp4(m4a);
+                    e.OpenFile(wav);
+                    e.SetWavTitle(title);
+                    e.SaveWav(wav);
                 }
             }
             ::usleep(static_cast<useconds_t>(rng.bounded(2000, 30000)));
@@ -415,6 +457,8 @@ private slots:
             ::waitpid(child, &status, 0);
             QVERIFY2(flacStates.contains(ReadAll(path)), qPrintable(QString::number(round)));
             QVERIFY2(mp3States.contains(ReadAll(mp3)), qPrintable(QString::number(round)));
+            QVERIFY2(m4aStates.contains(ReadAll(m4a)), qPrintable(QString::number(round)));
+            QVERIFY2(wavStates.contains(ReadAll(wav)), qPrintable(QString::number(round)));
             leftBehind += int(Leftovers(dir.path()).size());
             // Every few rounds the next write cleans up; in between copies may pile up.
             if (round % 3 == 2) {

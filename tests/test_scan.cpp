@@ -248,8 +248,11 @@ private slots:
 
         expectCommon(4, d + "/sub/x.wav", "WAV");
         QCOMPARE(list.CellText(4, InCol::Path), d + "/sub");
-        for (int c = InCol::HasTag; c <= InCol::Mood; ++c)
-            QCOMPARE(list.CellText(4, c), QString());
+        // The fixture's INFO list names the encoding program; nothing else is tagged.
+        QCOMPARE(list.CellText(4, InCol::HasTag), QString("riff info"));
+        QCOMPARE(list.CellText(4, InCol::TagTypVendor), QString("Lavf59.27.100"));
+        for (int c = InCol::HasTag + 1; c <= InCol::Mood; ++c)
+            QCOMPARE(list.CellText(4, c), c == InCol::TagTypVendor ? QString("Lavf59.27.100") : QString());
 
         // Totals in the footers and the value lists.
         QCOMPARE(list.FooterText(InCol::FileName), QString("4"));

@@ -45,6 +45,47 @@ private:
 private slots:
     void initTestCase() { QVERIFY(QFileInfo::exists(ProgramDir() + QStringLiteral("/quillotune-cli"))); }
 
+    // The item list of MP4 and the INFO list and "id3 " chunk of WAV by their field names.
+    void mp4AndWavSets() {
+        const QString m4a = CopyFixture(QStringLiteral("tone.m4a"), m_dir.path(), QStringLiteral("c.m4a"));
+        Result r = Cli({QStringLiteral("set"), m4a, QStringLiteral("Mp4Title=Titel ✓"),
+                        QStringLiteral("mp4track=3/12"), QStringLiteral("Mp4Disc=1")});
+        QCOMPARE(r.code, 0);
+        r = Cli({QStringLiteral("tags"), m4a, QStringLiteral("--json")});
+        QCOMPARE(r.code, 0);
+        QJsonObject file = FirstFile(r);
+        QCOMPARE(file.value(QStringLiteral("HasTag")).toString(), QStringLiteral("mp4"));
+        QJsonObject set =
+            file.value(QStringLiteral("Sets")).toObject().value(QStringLiteral("Mp4")).toObject();
+        QCOMPARE(set.value(QStringLiteral("Mp4Title")).toString(), QStringLiteral("Titel ✓"));
+        QCOMPARE(set.value(QStringLiteral("Mp4Track")).toString(), QStringLiteral("3/12"));
+        QCOMPARE(set.value(QStringLiteral("Mp4Disc")).toString(), QStringLiteral("1"));
+        QCOMPARE(set.value(QStringLiteral("Mp4Encoder")).toString(), QStringLiteral("Lavf59.27.100"));
+        r = Cli({QStringLiteral("set"), m4a, QStringLiteral("Mp4Track=drei")});
+        QCOMPARE(r.code, 1);
+        QVERIFY(r.err.contains(QStringLiteral("drei")));
+        r = Cli({QStringLiteral("set"), m4a, QStringLiteral("V2Title=x")});
+        QCOMPARE(r.code, 1);
+
+        const QString wav = CopyFixture(QStringLiteral("tone.wav"), m_dir.path(), QStringLiteral("c.wav"));
+        r = Cli({QStringLiteral("set"), wav, QStringLiteral("WavArtist=Künstler"),
+                 QStringLiteral("V2Title=Titel")});
+        QCOMPARE(r.code, 0);
+        file = FirstFile(Cli({QStringLiteral("tags"), wav, QStringLiteral("--json")}));
+        QCOMPARE(file.value(QStringLiteral("HasTag")).toString(), QStringLiteral("id3v2.3, riff info"));
+        const QJsonObject sets = file.value(QStringLiteral("Sets")).toObject();
+        QCOMPARE(sets.value(QStringLiteral("Wav")).toObject().value(QStringLiteral("WavArtist")).toString(),
+                 QStringLiteral("Künstler"));
+        QCOMPARE(sets.value(QStringLiteral("V2")).toObject().value(QStringLiteral("V2Title")).toString(),
+                 QStringLiteral("Titel"));
+        r = Cli({QStringLiteral("set"), wav, QStringLiteral("Remove=V2")});
+        QCOMPARE(r.code, 0);
+        file = FirstFile(Cli({QStringLiteral("tags"), wav, QStringLiteral("--json")}));
+        QCOMPARE(file.value(QStringLiteral("HasTag")).toString(), QStringLiteral("riff info"));
+        QVERIFY(AudioUnchanged(wav, QStringLiteral("tone.wav"), 5));
+        QVERIFY(AudioUnchanged(m4a, QStringLiteral("tone.m4a"), 9));
+    }
+
     void helpAndBadArguments() {
         Result r = Cli({});
         QCOMPARE(r.code, 2);

@@ -66,6 +66,13 @@ private:
         e.AddPicture(FixtureDir() + QStringLiteral("/cover.jpg"), QStringLiteral("cover"), 1, 3);
         e.SetApeArtist(QStringLiteral("Ape ✓"));
         e.SetLyricsLyric(QStringLiteral("la la"));
+        e.SetMp4Title(QStringLiteral("Mp4 ✓"));
+        e.SetMp4Track(QStringLiteral("2/9"));
+        e.SetWavTitle(QStringLiteral("Wav ✓"));
+        if (type == 9)
+            e.SaveMp4(path);
+        if (type == 5)
+            e.SaveWav(path);
         if (type == 1 || type == 4 || type == 6 || type == 7)
             e.SaveV1(path);
         e.SaveV2(path);
@@ -464,14 +471,17 @@ private slots:
         QTest::newRow("aac") << "tone.aac";
         QTest::newRow("ogg") << "tone.ogg";
         QTest::newRow("flac") << "tone.flac";
+        QTest::newRow("mp4") << "tone.m4a";
+        QTest::newRow("wav") << "tone.wav";
     }
     void fuzzTheTagParsers() {
         QFETCH(QString, fixture);
         const QByteArray seed = ReadAll(Tagged(QStringLiteral("seed-") + fixture, fixture));
         QVERIFY(!seed.isEmpty());
         QRandomGenerator rng(4711);
-        const QByteArray markers[] = {"APETAGEX", "LYRICS200", "LYRICSBEGIN", "LYRICSEND", "TAG", "ID3\x04",
-                                      "999999",   "\xFF\xF1",  "\xFF\xFB",    "OggS",      "fLaC"};
+        const QByteArray markers[] = {"APETAGEX", "LYRICS200", "LYRICSBEGIN", "LYRICSEND", "TAG",  "ID3\x04",
+                                      "999999",   "\xFF\xF1",  "\xFF\xFB",    "OggS",      "fLaC", "moov",
+                                      "ilst",     "trkn",      "RIFF",        "LIST",      "INFO", "id3 "};
         const QString path = m_dir.path() + QStringLiteral("/fuzz-") + fixture;
         TagEngine e;
         QElapsedTimer total;
@@ -518,8 +528,14 @@ private slots:
             if (type != 0 && rounds % 10 == 0) {
                 // Writing into a broken file must still give a readable file or fail cleanly.
                 e.SetV2Title(QStringLiteral("fuzz"));
+                e.SetMp4Title(QStringLiteral("fuzz"));
+                e.SetWavTitle(QStringLiteral("fuzz"));
                 if (e.SaveV2(path))
                     QVERIFY(e.OpenFile(path) != 0);
+                if (type == 9 && e.SaveMp4(path))
+                    QVERIFY(e.OpenFile(path) == 9);
+                if (type == 5 && e.SaveWav(path))
+                    QVERIFY(e.OpenFile(path) == 5);
             }
         }
         qInfo("%d mutated files in %lld ms", rounds, static_cast<long long>(total.elapsed()));

@@ -11,8 +11,8 @@ using namespace tagtest;
 
 namespace {
 
-const TagSet kAllSets[] = {TagSet::V1,  TagSet::V2,   TagSet::Ape, TagSet::Lyrics,
-                           TagSet::Wma, TagSet::Flac, TagSet::Ogg};
+const TagSet kAllSets[] = {TagSet::V1,   TagSet::V2,  TagSet::Ape, TagSet::Lyrics, TagSet::Wma,
+                           TagSet::Flac, TagSet::Ogg, TagSet::Mp4, TagSet::Wav};
 
 bool In(int type, std::initializer_list<int> list) {
     return std::find(list.begin(), list.end(), type) != list.end();
@@ -24,9 +24,13 @@ bool Writes(int type, TagSet set) {
     case TagSet::Ape:
         return In(type, {1, 4, 6, 7});
     case TagSet::V2:
-        return In(type, {1, 3, 4, 6, 7, 8});
+        return In(type, {1, 3, 4, 5, 6, 7, 8});
     case TagSet::Lyrics:
         return In(type, {1, 7});
+    case TagSet::Mp4:
+        return type == 9;
+    case TagSet::Wav:
+        return type == 5;
     case TagSet::Wma:
         return type == 2;
     case TagSet::Flac:
@@ -55,7 +59,7 @@ bool Strips(int type, TagSet set) {
 }
 
 bool HasRemove(TagSet set) {
-    return set != TagSet::Wma && set != TagSet::Flac;
+    return set != TagSet::Wma && set != TagSet::Flac && set != TagSet::Mp4 && set != TagSet::Wav;
 }
 
 bool Has(const TagEngine& e, TagSet set) {
@@ -68,6 +72,10 @@ bool Has(const TagEngine& e, TagSet set) {
         return e.HasApe();
     case TagSet::Lyrics:
         return e.HasLyrics();
+    case TagSet::Mp4:
+        return e.HasMp4();
+    case TagSet::Wav:
+        return e.HasWav();
     default:
         return true;
     }
@@ -86,7 +94,10 @@ QString ValueFor(TagField f) {
     case TagField::V2Year:
         return QStringLiteral("2004");
     case TagField::V2Track:
+    case TagField::Mp4Track:
         return QStringLiteral("3/12");
+    case TagField::Mp4Disc:
+        return QStringLiteral("1/2");
     default:
         break;
     }
@@ -153,8 +164,9 @@ private slots:
             if (s == TagSet::V2)
                 QCOMPARE(e.V2Version(), QStringLiteral("2.3"));
             if (s == TagSet::V2 || s == TagSet::Ape || s == TagSet::Flac || s == TagSet::Ogg ||
-                s == TagSet::Wma)
-                QCOMPARE(e.TrackNumberValue(), s == TagSet::V2 ? QStringLiteral("3") : QStringLiteral("0"));
+                s == TagSet::Wma || s == TagSet::Mp4 || s == TagSet::Wav)
+                QCOMPARE(e.TrackNumberValue(),
+                         s == TagSet::V2 || s == TagSet::Mp4 ? QStringLiteral("3") : QStringLiteral("0"));
         } else {
             QVERIFY(!Has(e, s) || s == TagSet::Wma || s == TagSet::Flac || s == TagSet::Ogg);
         }
@@ -166,6 +178,8 @@ private slots:
                                    : s == TagSet::Lyrics ? TagField::LyricsArtist
                                    : s == TagSet::Wma    ? TagField::WmaArtist
                                    : s == TagSet::Flac   ? TagField::FlacArtist
+                                   : s == TagSet::Mp4    ? TagField::Mp4Artist
+                                   : s == TagSet::Wav    ? TagField::WavArtist
                                                          : TagField::OggArtist;
             e.SetField(first, QString());
             QVERIFY(e.Save(s, path));

@@ -12,8 +12,9 @@ namespace {
 const char* kSetHelp =
     "usage: quillotune-cli set FILE NAME=VALUE...\n"
     "Writes tag fields into FILE. NAME is a field of the tag engine as 'tags' prints it\n"
-    "(V1Title, V2Artist, ApeYear, LyricsLyric, WmaExtra3, FlacGenre, OggTitle, ...;\n"
-    "case does not matter); an empty VALUE clears the field. Also:\n"
+    "(V1Title, V2Artist, ApeYear, LyricsLyric, WmaExtra3, FlacGenre, OggTitle, Mp4Album,\n"
+    "WavArtist, ...; case does not matter); an empty VALUE clears the field. The MP4 track and\n"
+    "disc take a number or a pair such as 3/12. Also:\n"
     "  V1GenreCode=N                       genre number of the ID3v1 table (255 none)\n"
     "  V2Rating=TEXT, V2Mood=TEXT          the program's rating and mood frames\n"
     "  Comment[I]=LANG|DESCRIPTION|TEXT    comment I (count + 1 adds one; empty removes)\n"

@@ -10,8 +10,8 @@
 
 namespace {
 
-const TagSet kSets[] = {TagSet::V1,  TagSet::V2,   TagSet::Ape, TagSet::Lyrics,
-                        TagSet::Wma, TagSet::Flac, TagSet::Ogg};
+const TagSet kSets[] = {TagSet::V1,   TagSet::V2,  TagSet::Ape, TagSet::Lyrics, TagSet::Wma,
+                        TagSet::Flac, TagSet::Ogg, TagSet::Mp4, TagSet::Wav};
 
 bool SetPresent(const TagEngine& e, TagSet set) {
     switch (set) {
@@ -29,6 +29,10 @@ bool SetPresent(const TagEngine& e, TagSet set) {
         return e.FileType() == 4;
     case TagSet::Ogg:
         return e.FileType() == 6;
+    case TagSet::Mp4:
+        return e.FileType() == 9;
+    case TagSet::Wav:
+        return e.FileType() == 5;
     default:
         return false;
     }
@@ -104,6 +108,7 @@ QJsonObject FileObject(TagEngine& e, const QString& path) {
     o.insert(QStringLiteral("Bitrate"), e.Bitrate());
     o.insert(QStringLiteral("Frequency"), e.Frequency());
     o.insert(QStringLiteral("TrackNumberValue"), e.TrackNumberValue());
+    o.insert(QStringLiteral("HasTag"), HasTagText(e));
     QJsonObject sets;
     for (TagSet set : kSets) {
         if (SetPresent(e, set))
@@ -129,7 +134,8 @@ void PrintText(const QJsonObject& file) {
         Out(QStringLiteral("  Error: %1").arg(file.value(QStringLiteral("Error")).toString()));
         return;
     }
-    for (const char* key : {"DurationSeconds", "FileSizeBytes", "Bitrate", "Frequency", "TrackNumberValue"}) {
+    for (const char* key :
+         {"DurationSeconds", "FileSizeBytes", "Bitrate", "Frequency", "TrackNumberValue", "HasTag"}) {
         const QJsonValue v = file.value(QLatin1String(key));
         Out(QStringLiteral("  %1: %2")
                 .arg(QLatin1String(key), v.isString() ? v.toString() : QString::number(v.toDouble())));

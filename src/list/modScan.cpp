@@ -66,24 +66,8 @@ inline QString F(const TagEngine& e, TF f) {
 }
 
 void FillTypical(QStringList& c, const TagEngine& e, int type) {
-    static constexpr TF kFlac[14] = {
-        TF::FlacGenre,     TF::FlacYear,    TF::FlacTrack,       TF::FlacArtist,    TF::FlacTitle,
-        TF::FlacAlbum,     TF::FlacComment, TF::FlacDescription, TF::FlacPerformer, TF::FlacVendor,
-        TF::FlacCopyright, TF::FlacContact, TF::FlacLicense,     TF::FlacLocation};
-    static constexpr TF kOgg[14] = {TF::OggGenre,     TF::OggYear,    TF::OggTrack,     TF::OggArtist,
-                                    TF::OggTitle,     TF::OggAlbum,   TF::OggComment,   TF::OggDescription,
-                                    TF::OggPerformer, TF::OggVendor,  TF::OggCopyright, TF::OggContact,
-                                    TF::OggLicense,   TF::OggLocation};
-    // The data list crosses year and genre of WMA in its first two cells.
-    static constexpr TF kWma[14] = {TF::WmaYear,   TF::WmaGenre,  TF::WmaTrack,   TF::WmaArtist,
-                                    TF::WmaTitle,  TF::WmaAlbum,  TF::WmaComment, TF::WmaExtra1,
-                                    TF::WmaExtra2, TF::WmaExtra5, TF::WmaExtra7,  TF::WmaExtra4,
-                                    TF::WmaExtra6, TF::WmaExtra3};
-    const TF* set = type == 2 ? kWma : type == 4 ? kFlac : type == 6 ? kOgg : nullptr;
-    if (!set)
-        return;
-    for (int i = 0; i < 14; ++i)
-        c[InCol::TypFirst - 1 + i] = F(e, set[i]);
+    for (int i = 0; i < kTypicalFieldCount; ++i)
+        c[InCol::TypFirst - 1 + i] = TypicalColumnText(e, type, i);
 }
 
 } // namespace
@@ -110,20 +94,6 @@ int FindFiles(const QString& folder, const QString& mask, QStringList& list, boo
     Walk(start, mask, list, recurse, added, visited);
     count += added;
     return added;
-}
-
-QString HasTagText(const TagEngine& e) {
-    QString t;
-    if (e.HasV1())
-        t += QLatin1String("id3v") + e.V1Version() + QLatin1String(", ");
-    if (e.HasV2())
-        t += QLatin1String("id3v") + e.V2Version() + QLatin1String(", ");
-    if (e.HasApe())
-        t += QLatin1String("ape") + e.ApeVersion() + QLatin1String(", ");
-    if (e.HasLyrics())
-        t += QLatin1String("lyrics") + e.LyricsVersion() + QLatin1String(", ");
-    t.chop(2);
-    return t;
 }
 
 bool PassesTextCheck(const QString& artist, const QString& title, const QString& artistSearch,
@@ -252,6 +222,7 @@ QStringList FileRowCells(TagEngine& e, const QString& path, int type, int rowNum
     case 3:
     case 4:
     case 6:
+    case 5:
     case 7:
     case 8:
         if (v2) {

@@ -62,11 +62,11 @@ bool SameFile(const QString& a, const QString& b) {
 }
 
 bool CarriesV2(int type) {
-    return type == 1 || type == 3 || type == 4 || type == 6 || type == 7 || type == 8;
+    return type == 1 || type == 3 || type == 4 || type == 5 || type == 6 || type == 7 || type == 8;
 }
 
 // The tags of the file that is replaced, held in memory until the copy is in place: the
-// whole ID3v2 tag, and the typical set of WMA, FLAC and Ogg files.
+// whole ID3v2 tag, and the typical set of WMA, FLAC, Ogg, MP4 and WAV files.
 class KeptTags {
 public:
     void Read(const QString& path) {
@@ -85,13 +85,8 @@ public:
                 return Fail(probe.LastError().isEmpty() ? m_engine.LastError() : probe.LastError(), prompt);
         }
         if (newType == m_type) {
-            int ok = 1;
-            if (m_type == 2)
-                ok = m_engine.SaveWma(path);
-            else if (m_type == 4)
-                ok = m_engine.SaveFlac(path);
-            else if (m_type == 6)
-                ok = m_engine.SaveOgg(path);
+            const TagSet typical = TypicalSetOfType(m_type);
+            const int ok = typical == TagSet::None ? 1 : m_engine.Save(typical, path);
             if (ok == 0)
                 return Fail(m_engine.LastError(), prompt);
         }

@@ -20,6 +20,12 @@ class XiphComment;
 namespace ASF {
 class Tag;
 }
+namespace MP4 {
+class Tag;
+}
+namespace RIFF::Info {
+class Tag;
+}
 } // namespace TagLib
 
 namespace qlt_tag {
@@ -61,7 +67,7 @@ struct EngineData {
     // For each set, the identity of the file at which its bytes on disk were known to hold
     // what the engine holds (apart from staged changes). A save to a file with another
     // identity writes the whole set.
-    std::array<FileIdentity, 7> synced;
+    std::array<FileIdentity, 9> synced;
     static int SetIndex(TagSet set);
     QString error;
     int type = 0;
@@ -76,7 +82,7 @@ struct EngineData {
     std::bitset<kTagFieldCount> dirty;
     int v1Genre = 255;
 
-    bool hasV1 = false, hasV2 = false, hasApe = false, hasLyrics = false;
+    bool hasV1 = false, hasV2 = false, hasApe = false, hasLyrics = false, hasMp4 = false, hasWav = false;
     QString v1Version, v2Version, apeVersion, lyricsVersion;
     V2Lists v2;
 
@@ -105,5 +111,14 @@ void ReadXiph(const TagLib::Ogg::XiphComment& tag, EngineData& d, TagSet set);
 void ApplyXiph(const EngineData& d, TagLib::Ogg::XiphComment& tag, TagSet set, bool all);
 void ReadAsf(const TagLib::ASF::Tag& tag, EngineData& d);
 void ApplyAsf(const EngineData& d, TagLib::ASF::Tag& tag, bool all);
+void ReadMp4(const TagLib::MP4::Tag& tag, EngineData& d);
+// Track and disc must be empty, a number or a number pair; false, and why, otherwise.
+bool Mp4NumbersValid(const EngineData& d, QString* error);
+void ApplyMp4(const EngineData& d, TagLib::MP4::Tag& tag, bool all);
+void ReadInfo(const TagLib::RIFF::Info::Tag& tag, EngineData& d);
+void ApplyInfo(const EngineData& d, TagLib::RIFF::Info::Tag& tag, bool all);
+// RIFF INFO texts are read as UTF-8, or as Windows-1252 where they are no valid UTF-8, and
+// written as UTF-8. Installed once, before the first WAV file is opened.
+void UseInfoTextCodec();
 
 } // namespace qlt_tag

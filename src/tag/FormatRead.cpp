@@ -51,6 +51,18 @@ QString ApeVersionText(int v) {
     return v >= 2000 ? QStringLiteral("2.0") : QStringLiteral("1.0");
 }
 
+// The "id3 " chunk (V2) and the INFO list (the typical set) of a WAV file.
+void ReadWavTags(RIFF::WAV::File& f, EngineData& d) {
+    d.hasWav = f.hasInfoTag() && !f.InfoTag()->isEmpty();
+    if (d.hasWav)
+        ReadInfo(*f.InfoTag(), d);
+    d.hasV2 = f.hasID3v2Tag();
+    if (d.hasV2) {
+        ReadId3v2(*f.ID3v2Tag(), d);
+        d.v2Version = QStringLiteral("2.%1").arg(f.ID3v2Tag()->header()->majorVersion());
+    }
+}
+
 } // namespace
 
 char OggCodec(IOStream* stream, long long start) {
@@ -98,8 +110,12 @@ bool ReadFormat(IOStream* stream, EngineData& d) {
         return true;
     }
     case kTypeWav: {
+        UseInfoTextCodec();
         RIFF::WAV::File f(stream, true, kStyle);
-        return Props(f, d);
+        if (!Props(f, d))
+            return false;
+        ReadWavTags(f, d);
+        return true;
     }
     case kTypeOgg: {
         switch (OggCodec(&range, 0)) {
@@ -159,8 +175,11 @@ bool ReadFormat(IOStream* stream, EngineData& d) {
         MP4::File f(stream, true, kStyle);
         if (!Props(f, d))
             return false;
-        if (f.tag())
+        if (f.tag()) {
             d.containerTrack = static_cast<int>(f.tag()->track());
+            ReadMp4(*f.tag(), d);
+        }
+        d.hasMp4 = f.hasMP4Tag() && f.tag() && !f.tag()->isEmpty();
         return true;
     }
     default:
@@ -243,11 +262,28 @@ void ReadOuterTags(IOStream* stream, EngineData& d) {
 }
 
 void ReadPresence(IOStream* stream, EngineData& d) {
-    d.hasV1 = d.hasV2 = d.hasApe = d.hasLyrics = false;
+    d.hasV1 = d.hasV2 = d.hasApe = d.hasLyrics = d.hasMp4 = d.hasWav = false;
     d.v1Version.clear();
     d.v2Version.clear();
     d.apeVersion.clear();
     d.lyricsVersion.clear();
+    if (d.type == kTypeWav || d.type == kTypeMp4) {
+        // These carry their tags inside the container: ask the format reader.
+        stream->seek(0);
+        if (d.type == kTypeMp4) {
+            MP4::File f(stream, false);
+            d.hasMp4 = f.isValid() && f.hasMP4Tag() && f.tag() && !f.tag()->isEmpty();
+        } else {
+            UseInfoTextCodec();
+            RIFF::WAV::File f(stream, false);
+            const bool hasV2 = f.isValid() && f.hasID3v2Tag();
+            d.hasWav = f.isValid() && f.hasInfoTag() && !f.InfoTag()->isEmpty();
+            d.hasV2 = hasV2;
+            if (hasV2)
+                d.v2Version = QStringLiteral("2.%1").arg(f.ID3v2Tag()->header()->majorVersion());
+        }
+        return;
+    }
     if (!TypeHasOuterTags(d.type))
         return;
     if (d.layout.headEnd > 0 && ReadsSet(d.type, TagSet::V2)) {

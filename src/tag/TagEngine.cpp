@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QStringList>
 
 #include <algorithm>
 
@@ -40,7 +41,7 @@ int EngineData::SetIndex(TagSet set) {
     int i = 0;
     for (int bits = static_cast<int>(set); bits > 1; bits >>= 1)
         ++i;
-    return std::min(i, 6);
+    return std::min(i, 8);
 }
 
 void EngineData::ClearSet(TagSet set) {
@@ -82,9 +83,13 @@ bool ReadsSet(int type, TagSet set) {
     case TagSet::Ape:
         return In(type, {1, 4, 6, 7});
     case TagSet::V2:
-        return In(type, {1, 3, 4, 6, 7, 8});
+        return In(type, {1, 3, 4, 5, 6, 7, 8});
     case TagSet::Lyrics:
         return In(type, {1, 7});
+    case TagSet::Mp4:
+        return type == 9;
+    case TagSet::Wav:
+        return type == 5;
     case TagSet::Wma:
         return type == 2;
     case TagSet::Flac:
@@ -191,7 +196,8 @@ int TagEngine::Frequency() const {
 QString TagEngine::TrackNumberValue() const {
     static const QRegularExpression leadingNumber(QStringLiteral("^\\s*(\\d+)"));
     const TagField order[] = {TagField::V2Track,  TagField::ApeTrack,  TagField::V1Track,
-                              TagField::WmaTrack, TagField::FlacTrack, TagField::OggTrack};
+                              TagField::WmaTrack, TagField::FlacTrack, TagField::OggTrack,
+                              TagField::Mp4Track, TagField::WavTrack};
     for (TagField f : order) {
         const QRegularExpressionMatch m = leadingNumber.match(d->F(f));
         if (m.hasMatch())
@@ -211,6 +217,12 @@ bool TagEngine::HasApe() const {
 }
 bool TagEngine::HasLyrics() const {
     return d->hasLyrics;
+}
+bool TagEngine::HasMp4() const {
+    return d->hasMp4;
+}
+bool TagEngine::HasWav() const {
+    return d->hasWav;
 }
 QString TagEngine::V1Version() const {
     return d->v1Version;
@@ -509,4 +521,30 @@ QString TagEngine::GenreName(int i) const {
     if (i < 0 || i >= GenreCount())
         return QString();
     return FromTL(TagLib::ID3v1::genre(i));
+}
+
+QString HasTagText(const TagEngine& e) {
+    QStringList parts;
+    if (e.HasV1())
+        parts << QStringLiteral("id3v") + e.V1Version();
+    if (e.HasV2())
+        parts << QStringLiteral("id3v") + e.V2Version();
+    if (e.HasApe())
+        parts << QStringLiteral("ape") + e.ApeVersion();
+    if (e.HasLyrics())
+        parts << QStringLiteral("lyrics") + e.LyricsVersion();
+    if (e.HasMp4())
+        parts << QStringLiteral("mp4");
+    if (e.HasWav())
+        parts << QStringLiteral("riff info");
+    return parts.join(QStringLiteral(", "));
+}
+
+QString TypicalColumnText(const TagEngine& e, int type, int i) {
+    const TagField* fields = TypicalFields(TypicalSetOfType(type));
+    if (!fields || i < 0 || i >= kTypicalFieldCount)
+        return QString();
+    if (type == 2 && i < 2)
+        i = 1 - i;
+    return e.Field(fields[i]);
 }

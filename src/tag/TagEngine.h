@@ -13,12 +13,15 @@
 // Which set lives on which type:
 //   set      read on          written on        stripped on
 //   V1       1 4 6 7          1 4 6 7           1 6 7
-//   V2       1 3 4 6 7 8      1 3 4 6 7 8       1 3 4 6 7 8
+//   V2       1 3 4 5 6 7 8    1 3 4 5 6 7 8     1 3 4 5 6 7 8
 //   Ape      1 4 6 7          1 4 6 7           1 7
 //   Lyrics   1 7              1 7               1 7
 //   Wma      2                2                 -
 //   Flac     4                4                 -
 //   Ogg      6                6                 6
+//   Mp4      9                9                 -
+//   Wav      5                5                 -
+// On WAV files V2 is the "id3 " chunk of the RIFF file (read, written and stripped there).
 // A set that a type does not carry reads empty, its Has... is false, and its Save or
 // Remove returns 0 without touching the file. Removing a set that the type allows but the
 // file does not hold succeeds and changes nothing.
@@ -70,6 +73,8 @@ public:
     QString V2Version() const;     // "2.2", "2.3", "2.4"
     QString ApeVersion() const;    // "1.0", "2.0"
     QString LyricsVersion() const; // "1.00", "2.00"
+    bool HasMp4() const;           // an MP4 file with an item list (ilst) holding items
+    bool HasWav() const;           // a WAV file with a RIFF INFO list holding fields
 
     // ---- fields by enumerator (the named getters and setters below use these) ----------
     QString Field(TagField field) const;
@@ -254,6 +259,64 @@ public:
     void SetOggLicense(const QString& v) { SetField(TagField::OggLicense, v); }
     QString OggLocation() const { return Field(TagField::OggLocation); }
     void SetOggLocation(const QString& v) { SetField(TagField::OggLocation, v); }
+    // ---- Mp4: iTunes-style items of MP4
+    QString Mp4Genre() const { return Field(TagField::Mp4Genre); }
+    void SetMp4Genre(const QString& v) { SetField(TagField::Mp4Genre, v); }
+    QString Mp4Year() const { return Field(TagField::Mp4Year); }
+    void SetMp4Year(const QString& v) { SetField(TagField::Mp4Year, v); }
+    QString Mp4Track() const { return Field(TagField::Mp4Track); }
+    void SetMp4Track(const QString& v) { SetField(TagField::Mp4Track, v); }
+    QString Mp4Artist() const { return Field(TagField::Mp4Artist); }
+    void SetMp4Artist(const QString& v) { SetField(TagField::Mp4Artist, v); }
+    QString Mp4Title() const { return Field(TagField::Mp4Title); }
+    void SetMp4Title(const QString& v) { SetField(TagField::Mp4Title, v); }
+    QString Mp4Album() const { return Field(TagField::Mp4Album); }
+    void SetMp4Album(const QString& v) { SetField(TagField::Mp4Album, v); }
+    QString Mp4Comment() const { return Field(TagField::Mp4Comment); }
+    void SetMp4Comment(const QString& v) { SetField(TagField::Mp4Comment, v); }
+    QString Mp4Description() const { return Field(TagField::Mp4Description); }
+    void SetMp4Description(const QString& v) { SetField(TagField::Mp4Description, v); }
+    QString Mp4AlbumArtist() const { return Field(TagField::Mp4AlbumArtist); }
+    void SetMp4AlbumArtist(const QString& v) { SetField(TagField::Mp4AlbumArtist, v); }
+    QString Mp4Encoder() const { return Field(TagField::Mp4Encoder); }
+    void SetMp4Encoder(const QString& v) { SetField(TagField::Mp4Encoder, v); }
+    QString Mp4Copyright() const { return Field(TagField::Mp4Copyright); }
+    void SetMp4Copyright(const QString& v) { SetField(TagField::Mp4Copyright, v); }
+    QString Mp4Composer() const { return Field(TagField::Mp4Composer); }
+    void SetMp4Composer(const QString& v) { SetField(TagField::Mp4Composer, v); }
+    QString Mp4Grouping() const { return Field(TagField::Mp4Grouping); }
+    void SetMp4Grouping(const QString& v) { SetField(TagField::Mp4Grouping, v); }
+    QString Mp4Disc() const { return Field(TagField::Mp4Disc); }
+    void SetMp4Disc(const QString& v) { SetField(TagField::Mp4Disc, v); }
+    // ---- Wav: RIFF INFO of WAV
+    QString WavGenre() const { return Field(TagField::WavGenre); }
+    void SetWavGenre(const QString& v) { SetField(TagField::WavGenre, v); }
+    QString WavYear() const { return Field(TagField::WavYear); }
+    void SetWavYear(const QString& v) { SetField(TagField::WavYear, v); }
+    QString WavTrack() const { return Field(TagField::WavTrack); }
+    void SetWavTrack(const QString& v) { SetField(TagField::WavTrack, v); }
+    QString WavArtist() const { return Field(TagField::WavArtist); }
+    void SetWavArtist(const QString& v) { SetField(TagField::WavArtist, v); }
+    QString WavTitle() const { return Field(TagField::WavTitle); }
+    void SetWavTitle(const QString& v) { SetField(TagField::WavTitle, v); }
+    QString WavAlbum() const { return Field(TagField::WavAlbum); }
+    void SetWavAlbum(const QString& v) { SetField(TagField::WavAlbum, v); }
+    QString WavComment() const { return Field(TagField::WavComment); }
+    void SetWavComment(const QString& v) { SetField(TagField::WavComment, v); }
+    QString WavSubject() const { return Field(TagField::WavSubject); }
+    void SetWavSubject(const QString& v) { SetField(TagField::WavSubject, v); }
+    QString WavEngineer() const { return Field(TagField::WavEngineer); }
+    void SetWavEngineer(const QString& v) { SetField(TagField::WavEngineer, v); }
+    QString WavSoftware() const { return Field(TagField::WavSoftware); }
+    void SetWavSoftware(const QString& v) { SetField(TagField::WavSoftware, v); }
+    QString WavCopyright() const { return Field(TagField::WavCopyright); }
+    void SetWavCopyright(const QString& v) { SetField(TagField::WavCopyright, v); }
+    QString WavCommissioned() const { return Field(TagField::WavCommissioned); }
+    void SetWavCommissioned(const QString& v) { SetField(TagField::WavCommissioned, v); }
+    QString WavKeywords() const { return Field(TagField::WavKeywords); }
+    void SetWavKeywords(const QString& v) { SetField(TagField::WavKeywords, v); }
+    QString WavLocation() const { return Field(TagField::WavLocation); }
+    void SetWavLocation(const QString& v) { SetField(TagField::WavLocation, v); }
 
     // ---- rating and mood as this program keeps them in V2 user text frames -----------
     // The last frame whose text begins "QLT" (rating) or "MOOD" (mood); the name is not
@@ -313,6 +376,8 @@ public:
     int SaveWma(const QString& path);
     int SaveFlac(const QString& path);
     int SaveOgg(const QString& path);
+    int SaveMp4(const QString& path);
+    int SaveWav(const QString& path);
 
     int RemoveV1(const QString& path);
     int RemoveV2(const QString& path);
@@ -321,10 +386,18 @@ public:
     int RemoveOgg(const QString& path);
 
     // The same by set, for callers that loop over the sets: Save(set) is the Save... of
-    // that set, Remove(set) its Remove... (0 for Wma and Flac, which are never stripped).
+    // that set, Remove(set) its Remove... (0 for Wma, Flac, Mp4 and Wav, which are never
+    // stripped).
     int Save(TagSet set, const QString& path);
     int Remove(TagSet set, const QString& path);
 
 private:
     std::unique_ptr<qlt_tag::EngineData> d;
 };
+
+// The tags found in the open file, as the HasTag column shows them:
+// "id3v1.1, id3v2.3, ape2.0, lyrics2.00, mp4, riff info" (only those present).
+QString HasTagText(const TagEngine& e);
+// The text of typical column i (0 to 13: genre, year, track, ...) for a file of this type.
+// The data list shows a WMA file's year in the first and its genre in the second column.
+QString TypicalColumnText(const TagEngine& e, int type, int i);

@@ -11,6 +11,7 @@
 #include "tag/TagStreams.h"
 #include "tag/TagText.h"
 #include "tag/TrailerTags.h"
+#include "tag/WriteSteps.h"
 
 #include <QDir>
 #include <QFile>
@@ -34,14 +35,6 @@ using namespace qlt_tag;
 
 namespace {
 
-// The target file as it is on disk now.
-struct Target {
-    QString path;
-    FileIdentity before; // the file as it was found by Prepare
-    int type = 0;
-    FileLayout layout;
-};
-
 bool SamePath(const QString& a, const QString& b) {
     if (a == b)
         return true;
@@ -49,14 +42,19 @@ bool SamePath(const QString& a, const QString& b) {
     return !ca.isEmpty() && ca == PosixFile::CanonicalPath(b);
 }
 
-// Whether a save writes the whole set as held in memory rather than only what was staged:
-// when the target is another file, or when the opened file has been replaced or changed
-// by someone else since (a new inode or a new change time).
+} // namespace
+
+namespace qlt_tag {
+
 bool WholeSet(const EngineData& d, const QString& path, TagSet set) {
     if (!SamePath(path, d.path))
         return true;
     return !(FileIdentity::Of(path) == d.synced[static_cast<size_t>(EngineData::SetIndex(set))]);
 }
+
+} // namespace qlt_tag
+
+namespace {
 
 const char* SetLabel(TagSet set) {
     switch (set) {
@@ -74,6 +72,10 @@ const char* SetLabel(TagSet set) {
         return "FLAC";
     case TagSet::Ogg:
         return "Ogg";
+    case TagSet::Mp4:
+        return "MP4";
+    case TagSet::Wav:
+        return "RIFF INFO";
     default:
         return "";
     }
@@ -127,9 +129,8 @@ QByteArray NewTrailer(TagLib::IOStream* stream, const FileLayout& lay, BlockKind
 
 // ---- shared steps of every write ---------------------------------------------------------
 
-namespace {
+namespace qlt_tag {
 
-// Checks the target for a write or strip of 'set' and reads its layout.
 bool Prepare(EngineData& d, const QString& given, TagSet set, bool strip, Target* t) {
     d.error.clear();
     // A symbolic link is followed: the file it points to is rewritten and the link stays.
@@ -198,6 +199,10 @@ void Stripped(EngineData& d, const Target& t, TagSet set) {
     if (SamePath(t.path, d.path))
         d.ClearSet(set);
 }
+
+} // namespace qlt_tag
+
+namespace {
 
 Id3v1Data V1From(const EngineData& d) {
     Id3v1Data t;
@@ -378,6 +383,8 @@ int TagEngine::SaveV2(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::V2, false, &t))
         return 0;
+    if (t.type == kTypeWav)
+        return WriteWavId3(*d, t, false);
     QByteArray head;
     {
         TagLib::FileStream stream(PosixFile::Native(t.path).constData(), true);
@@ -410,6 +417,8 @@ int TagEngine::RemoveV2(const QString& path) {
     Target t;
     if (!Prepare(*d, path, TagSet::V2, true, &t))
         return 0;
+    if (t.type == kTypeWav)
+        return WriteWavId3(*d, t, true);
     if (t.layout.headEnd == 0)
         return 1;
     {
@@ -427,12 +436,10 @@ int TagEngine::RemoveV2(const QString& path) {
 
 // ---- typical sets: TagLib edits a copy of the audio part --------------------------------
 
-namespace {
+namespace qlt_tag {
 
 using XiphEdit = std::function<void(TagLib::Ogg::XiphComment&)>;
 
-// TagLib saves through a CheckedStream; a save counts only when every write reached the
-// copy, and the finished copy is read back as a valid file of its kind.
 bool Finished(CheckedStream& stream, bool saved, const std::function<bool()>& reread, QString* error) {
     const int err = stream.Finish();
     if (!saved || err || !reread()) {
@@ -444,7 +451,7 @@ bool Finished(CheckedStream& stream, bool saved, const std::function<bool()>& re
     return true;
 }
 
-bool EditXiph(const QString& tempPath, int type, const XiphEdit& edit, QString* error) {
+static bool EditXiph(const QString& tempPath, int type, const XiphEdit& edit, QString* error) {
     const QByteArray native = PosixFile::Native(tempPath);
     auto fail = [&]() {
         *error = QStringLiteral("The tag of the file can't be written.");
@@ -504,8 +511,6 @@ bool EditXiph(const QString& tempPath, int type, const XiphEdit& edit, QString* 
     }
 }
 
-// The audio part [headEnd, bodyEnd) goes to a temporary copy, edit changes it there,
-// and the file is put together again with its own leading and trailing tags.
 int EditBody(EngineData& d, const Target& t, const std::function<bool(const QString&, QString*)>& edit) {
     const long long start = TypeHasOuterTags(t.type) ? t.layout.headEnd : 0;
     const long long end = TypeHasOuterTags(t.type) ? t.layout.bodyEnd : t.layout.size;
@@ -537,7 +542,7 @@ int EditBody(EngineData& d, const Target& t, const std::function<bool(const QStr
     return ok ? 1 : 0;
 }
 
-} // namespace
+} // namespace qlt_tag
 
 namespace {
 
@@ -805,6 +810,10 @@ int TagEngine::Save(TagSet set, const QString& path) {
         return SaveFlac(path);
     case TagSet::Ogg:
         return SaveOgg(path);
+    case TagSet::Mp4:
+        return SaveMp4(path);
+    case TagSet::Wav:
+        return SaveWav(path);
     case TagSet::None:
         break;
     }
@@ -825,6 +834,8 @@ int TagEngine::Remove(TagSet set, const QString& path) {
         return RemoveOgg(path);
     case TagSet::Wma:
     case TagSet::Flac:
+    case TagSet::Mp4:
+    case TagSet::Wav:
     case TagSet::None:
         break;
     }

@@ -1,10 +1,14 @@
-// The typical sets: the Vorbis comment of FLAC and Ogg files, the ASF attributes of WMA.
+// The typical sets: the Vorbis comment of FLAC and Ogg files, the ASF attributes of WMA,
+// the item list of MP4 files and the RIFF INFO list of WAV files.
 #include "tag/EngineData.h"
 #include "tag/TagText.h"
 
+#include <QStringDecoder>
 #include <QStringList>
 
 #include <taglib/asftag.h>
+#include <taglib/infotag.h>
+#include <taglib/mp4tag.h>
 #include <taglib/xiphcomment.h>
 
 using namespace TagLib;
@@ -163,6 +167,154 @@ void ApplyAsf(const EngineData& d, ASF::Tag& tag, bool all) {
         tag.removeItem(m.attribute);
         if (!value.isEmpty())
             tag.setAttribute(m.attribute, ASF::Attribute(value));
+    }
+}
+
+// ---- MP4 -----------------------------------------------------------------------------
+
+namespace {
+
+// The fourteen MP4 fields, in the order of the typical columns. Track and disc are the
+// number pairs "trkn" and "disk", shown as "3" or "3/12"; the rest are text items.
+constexpr const char* kMp4Keys[kTypicalFieldCount] = {"\251gen", "\251day", "trkn",    "\251ART", "\251nam",
+                                                      "\251alb", "\251cmt", "desc",    "aART",    "\251too",
+                                                      "cprt",    "\251wrt", "\251grp", "disk"};
+
+bool IsPair(int i) {
+    return i == 2 || i == 13;
+}
+
+// "3", "3/12" or "/12" into a number pair; false for anything else.
+bool ParsePair(const QString& text, int* number, int* total) {
+    const QString t = text.trimmed();
+    const int slash = t.indexOf(QLatin1Char('/'));
+    const QString a = slash < 0 ? t : t.left(slash).trimmed();
+    const QString b = slash < 0 ? QString() : t.mid(slash + 1).trimmed();
+    bool okA = a.isEmpty(), okB = b.isEmpty();
+    *number = a.isEmpty() ? 0 : a.toInt(&okA);
+    *total = b.isEmpty() ? 0 : b.toInt(&okB);
+    return okA && okB && *number >= 0 && *number <= 65535 && *total >= 0 && *total <= 65535 &&
+           (*number > 0 || *total > 0);
+}
+
+} // namespace
+
+void ReadMp4(const MP4::Tag& tag, EngineData& d) {
+    const TagField* fields = TypicalFields(TagSet::Mp4);
+    for (int i = 0; i < kTypicalFieldCount; ++i) {
+        QString value;
+        if (tag.contains(kMp4Keys[i])) {
+            const MP4::Item item = tag.item(kMp4Keys[i]);
+            if (IsPair(i)) {
+                const MP4::Item::IntPair p = item.toIntPair();
+                if (p.first > 0 || p.second > 0)
+                    value = p.second > 0 ? QStringLiteral("%1/%2").arg(p.first).arg(p.second)
+                                         : QString::number(p.first);
+            } else {
+                QStringList values;
+                for (const String& s : item.toStringList())
+                    values << FromTL(s);
+                value = values.join(QStringLiteral("; "));
+            }
+        }
+        d.F(fields[i]) = value;
+    }
+}
+
+bool Mp4NumbersValid(const EngineData& d, QString* error) {
+    const TagField* fields = TypicalFields(TagSet::Mp4);
+    for (int i = 0; i < kTypicalFieldCount; ++i) {
+        int number = 0, total = 0;
+        const QString& text = d.F(fields[i]);
+        if (IsPair(i) && !text.trimmed().isEmpty() && !ParsePair(text, &number, &total)) {
+            *error = QStringLiteral("The %1 of an MP4 file is a number or a number pair such as 3/12, not "
+                                    "\"%2\"; the file is left as it is.")
+                         .arg(i == 2 ? QStringLiteral("track") : QStringLiteral("disc"), text);
+            return false;
+        }
+    }
+    return true;
+}
+
+void ApplyMp4(const EngineData& d, MP4::Tag& tag, bool all) {
+    const TagField* fields = TypicalFields(TagSet::Mp4);
+    for (int i = 0; i < kTypicalFieldCount; ++i) {
+        if (!all && !d.Dirty(fields[i]))
+            continue;
+        const QString& text = d.F(fields[i]);
+        int number = 0, total = 0;
+        if (text.trimmed().isEmpty() || (IsPair(i) && !ParsePair(text, &number, &total))) {
+            tag.removeItem(kMp4Keys[i]);
+            if (i == 0)
+                tag.removeItem("gnre"); // the numbered genre of older files goes with the text
+        } else if (IsPair(i)) {
+            tag.setItem(kMp4Keys[i], MP4::Item(number, total));
+        } else {
+            if (i == 0)
+                tag.removeItem("gnre");
+            tag.setItem(kMp4Keys[i], MP4::Item(StringList(ToTL(text))));
+        }
+    }
+}
+
+// ---- RIFF INFO -----------------------------------------------------------------------
+
+namespace {
+
+// The fourteen INFO fields, in the order of the typical columns. The track is "IPRT";
+// some programs write "ITRK" instead, which is read when there is no "IPRT".
+constexpr const char* kInfoIds[kTypicalFieldCount] = {"IGNR", "ICRD", "IPRT", "IART", "INAM", "IPRD", "ICMT",
+                                                      "ISBJ", "IENG", "ISFT", "ICOP", "ICMS", "IKEY", "IARL"};
+
+class InfoCodec : public RIFF::Info::StringHandler {
+public:
+    String parse(const ByteVector& data) const override {
+        QByteArray bytes(data.data(), static_cast<qsizetype>(data.size()));
+        while (bytes.endsWith('\0'))
+            bytes.chop(1);
+        QStringDecoder utf8(QStringDecoder::Utf8);
+        const QString text = utf8(bytes);
+        return ToTL(utf8.hasError() ? DecodeLegacy(bytes) : text);
+    }
+    ByteVector render(const String& s) const override { return s.data(String::UTF8); }
+};
+
+} // namespace
+
+void UseInfoTextCodec() {
+    static const InfoCodec codec;
+    static const bool installed = [] {
+        RIFF::Info::Tag::setStringHandler(&codec);
+        return true;
+    }();
+    (void)installed;
+}
+
+void ReadInfo(const RIFF::Info::Tag& tag, EngineData& d) {
+    const TagField* fields = TypicalFields(TagSet::Wav);
+    for (int i = 0; i < kTypicalFieldCount; ++i) {
+        String value = tag.fieldText(kInfoIds[i]);
+        if (i == 2 && value.isEmpty())
+            value = tag.fieldText("ITRK");
+        d.F(fields[i]) = FromTL(value);
+    }
+}
+
+void ApplyInfo(const EngineData& d, RIFF::Info::Tag& tag, bool all) {
+    const TagField* fields = TypicalFields(TagSet::Wav);
+    for (int i = 0; i < kTypicalFieldCount; ++i) {
+        if (!all && !d.Dirty(fields[i]))
+            continue;
+        const String value = ToTL(d.F(fields[i]));
+        if (i == 2 && !tag.fieldText("ITRK").isEmpty()) {
+            // A second track field of another program follows the new value.
+            tag.removeField("ITRK");
+            if (!value.isEmpty())
+                tag.setFieldText("ITRK", value);
+        }
+        tag.removeField(kInfoIds[i]);
+        if (!value.isEmpty())
+            tag.setFieldText(kInfoIds[i], value);
     }
 }
 

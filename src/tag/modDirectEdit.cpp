@@ -28,19 +28,6 @@ constexpr std::array<TF, 8> kApe = {TF::ApeGenre, TF::ApeYear,  TF::ApeTrack,   
                                     TF::ApeTitle, TF::ApeAlbum, TF::ApeComment, TF::ApeCopyright};
 constexpr std::array<TF, 8> kLyrics = {TF::LyricsGenre, TF::LyricsArtist, TF::LyricsTitle, TF::LyricsAlbum,
                                        TF::LyricsExtra, TF::LyricsAuthor, TF::LyricsLink,  TF::LyricsLyric};
-constexpr std::array<TF, 14> kWma = {
-    TF::WmaGenre,  TF::WmaYear,   TF::WmaTrack,  TF::WmaArtist, TF::WmaTitle,  TF::WmaAlbum,  TF::WmaComment,
-    TF::WmaExtra1, TF::WmaExtra2, TF::WmaExtra5, TF::WmaExtra7, TF::WmaExtra4, TF::WmaExtra6, TF::WmaExtra3};
-constexpr std::array<TF, 14> kFlac = {
-    TF::FlacGenre,     TF::FlacYear,    TF::FlacTrack,       TF::FlacArtist,    TF::FlacTitle,
-    TF::FlacAlbum,     TF::FlacComment, TF::FlacDescription, TF::FlacPerformer, TF::FlacVendor,
-    TF::FlacCopyright, TF::FlacContact, TF::FlacLicense,     TF::FlacLocation};
-constexpr std::array<TF, 14> kOgg = {TF::OggGenre,     TF::OggYear,    TF::OggTrack,     TF::OggArtist,
-                                     TF::OggTitle,     TF::OggAlbum,   TF::OggComment,   TF::OggDescription,
-                                     TF::OggPerformer, TF::OggVendor,  TF::OggCopyright, TF::OggContact,
-                                     TF::OggLicense,   TF::OggLocation};
-
-constexpr int kTypeWma = 2, kTypeFlac = 4, kTypeOgg = 6;
 
 } // namespace
 
@@ -68,16 +55,10 @@ void WriteCellToTag(TagEngine& engine, int column, const QString& text, const QS
         engine.SetField(kLyrics[std::size_t(column - 45)], text);
         result = engine.SaveLyrics(path);
     } else if (column >= 53 && column <= 66) {
-        const std::size_t i = std::size_t(column - 53);
-        if (type == kTypeWma) {
-            engine.SetField(kWma[i], text);
-            result = engine.SaveWma(path);
-        } else if (type == kTypeFlac) {
-            engine.SetField(kFlac[i], text);
-            result = engine.SaveFlac(path);
-        } else if (type == kTypeOgg) {
-            engine.SetField(kOgg[i], text);
-            result = engine.SaveOgg(path);
+        const TagSet set = TypicalSetOfType(type);
+        if (const TagField* fields = TypicalFields(set)) {
+            engine.SetField(fields[column - 53], text);
+            result = engine.Save(set, path);
         }
     }
     failed = result <= 0;

@@ -20,8 +20,6 @@ namespace {
 
 using TF = TagField;
 
-constexpr int kTypeWma = 2, kTypeFlac = 4, kTypeOgg = 6;
-
 constexpr std::array<TF, 6> kV1 = {TF::V1Year,  TF::V1Track, TF::V1Artist,
                                    TF::V1Title, TF::V1Album, TF::V1Comment};
 constexpr std::array<TF, 15> kV2 = {TF::V2Genre,     TF::V2Year,      TF::V2Track,        TF::V2Artist,
@@ -32,17 +30,6 @@ constexpr std::array<TF, 8> kApe = {TF::ApeGenre, TF::ApeYear,  TF::ApeTrack,   
                                     TF::ApeTitle, TF::ApeAlbum, TF::ApeComment, TF::ApeCopyright};
 constexpr std::array<TF, 8> kLyrics = {TF::LyricsGenre, TF::LyricsArtist, TF::LyricsTitle, TF::LyricsAlbum,
                                        TF::LyricsInfo,  TF::LyricsAuthor, TF::LyricsLink,  TF::LyricsLyric};
-constexpr std::array<TF, 14> kWma = {
-    TF::WmaGenre,  TF::WmaYear,   TF::WmaTrack,  TF::WmaArtist, TF::WmaTitle,  TF::WmaAlbum,  TF::WmaComment,
-    TF::WmaExtra1, TF::WmaExtra2, TF::WmaExtra5, TF::WmaExtra7, TF::WmaExtra4, TF::WmaExtra6, TF::WmaExtra3};
-constexpr std::array<TF, 14> kFlac = {
-    TF::FlacGenre,     TF::FlacYear,    TF::FlacTrack,       TF::FlacArtist,    TF::FlacTitle,
-    TF::FlacAlbum,     TF::FlacComment, TF::FlacDescription, TF::FlacPerformer, TF::FlacVendor,
-    TF::FlacCopyright, TF::FlacContact, TF::FlacLicense,     TF::FlacLocation};
-constexpr std::array<TF, 14> kOgg = {TF::OggGenre,     TF::OggYear,    TF::OggTrack,     TF::OggArtist,
-                                     TF::OggTitle,     TF::OggAlbum,   TF::OggComment,   TF::OggDescription,
-                                     TF::OggPerformer, TF::OggVendor,  TF::OggCopyright, TF::OggContact,
-                                     TF::OggLicense,   TF::OggLocation};
 
 bool Passes(const DataGrid& list, int row, const QString& filter) {
     return filter.isEmpty() || list.CellView(row, InCol::FTag) == filter;
@@ -78,18 +65,10 @@ int WriteColumn(TagEngine& e, int type, int column, const QString& text, const Q
         return e.SaveLyrics(path) > 0 ? 1 : 0;
     }
     if (column >= 55 && column <= 68) {
-        const std::size_t i = std::size_t(column - 55);
-        if (type == kTypeWma) {
-            e.SetField(kWma[i], text);
-            return e.SaveWma(path) > 0 ? 1 : 0;
-        }
-        if (type == kTypeFlac) {
-            e.SetField(kFlac[i], text);
-            return e.SaveFlac(path) > 0 ? 1 : 0;
-        }
-        if (type == kTypeOgg) {
-            e.SetField(kOgg[i], text);
-            return e.SaveOgg(path) > 0 ? 1 : 0;
+        const TagSet set = TypicalSetOfType(type);
+        if (const TagField* fields = TypicalFields(set)) {
+            e.SetField(fields[column - 55], text);
+            return e.Save(set, path) > 0 ? 1 : 0;
         }
     }
     return -1;
@@ -99,7 +78,7 @@ constexpr std::array<TF, 8> kLinks = {TF::V2Composer,  TF::V2Conductor, TF::V2Or
                                       TF::V2Copyright, TF::V2EncodedBy, TF::V2PublisherUrl, TF::V2AudFileUrl};
 
 bool LinkTypes(int type) {
-    return type == 1 || type == 3 || type == 4 || type == 6 || type == 7 || type == 8;
+    return type == 1 || type == 3 || type == 4 || type == 5 || type == 6 || type == 7 || type == 8;
 }
 
 } // namespace

@@ -126,16 +126,7 @@ bool ParseLine(const QByteArray& line, TagSnapshot& s) {
 
 // Which sets the file type carries without a presence flag of their own.
 int TypeSets(int type) {
-    switch (type) {
-    case 2:
-        return int(TagSet::Wma);
-    case 4:
-        return int(TagSet::Flac);
-    case 6:
-        return int(TagSet::Ogg);
-    default:
-        return 0;
-    }
+    return int(TypicalSetOfType(type));
 }
 
 QString FieldOf(const TagSnapshot& s, int field) {
@@ -283,7 +274,8 @@ bool RestoreTagSnapshot(TagEngine& e, const TagSnapshot& old, QString* error) {
             continue;
         const TagSet ts = static_cast<TagSet>(set);
         int ok = 0;
-        const bool strippable = ts != TagSet::Wma && ts != TagSet::Flac;
+        const bool strippable =
+            ts != TagSet::Wma && ts != TagSet::Flac && ts != TagSet::Mp4 && ts != TagSet::Wav;
         if (!(old.sets & set) && strippable) {
             ok = e.Remove(ts, old.path);
         } else {

@@ -38,47 +38,31 @@ const std::vector<TagField>& LyricsBoxFields() {
 }
 
 const std::vector<TagField>& TypicalBoxFields(int type) {
-    // The WMA boxes follow the window's own order; FLAC and OGG the order of the
+    // The WMA boxes follow the window's own order; FLAC, OGG, MP4 and WAV the order of the
     // data list's typical columns without the genre.
     static const std::vector<TagField> wma{F::WmaYear,   F::WmaTrack,   F::WmaArtist, F::WmaTitle,
                                            F::WmaAlbum,  F::WmaComment, F::WmaExtra1, F::WmaExtra2,
                                            F::WmaExtra3, F::WmaExtra4,  F::WmaExtra6, F::WmaExtra5,
                                            F::WmaExtra8, F::WmaRating,  F::WmaMood};
-    static const std::vector<TagField> flac{
-        F::FlacYear,    F::FlacTrack,       F::FlacArtist,    F::FlacTitle,  F::FlacAlbum,
-        F::FlacComment, F::FlacDescription, F::FlacPerformer, F::FlacVendor, F::FlacCopyright,
-        F::FlacContact, F::FlacLicense,     F::FlacLocation};
-    static const std::vector<TagField> ogg{F::OggYear,    F::OggTrack,     F::OggArtist,      F::OggTitle,
-                                           F::OggAlbum,   F::OggComment,   F::OggDescription, F::OggPerformer,
-                                           F::OggVendor,  F::OggCopyright, F::OggContact,     F::OggLicense,
-                                           F::OggLocation};
-    static const std::vector<TagField> none;
-    switch (type) {
-    case 2:
+    static const std::array<std::vector<TagField>, 10> byType = [] {
+        std::array<std::vector<TagField>, 10> boxes;
+        for (int t = 0; t < 10; ++t) {
+            if (const TagField* f = TypicalFields(TypicalSetOfType(t)))
+                boxes[size_t(t)].assign(f + 1, f + kTypicalFieldCount);
+        }
+        return boxes;
+    }();
+    if (type == 2)
         return wma;
-    case 4:
-        return flac;
-    case 6:
-        return ogg;
-    default:
-        return none;
-    }
+    return byType[type >= 0 && type < 10 ? size_t(type) : 0];
 }
 
 bool TypicalGenreField(int type, TagField* field) {
-    switch (type) {
-    case 2:
-        *field = F::WmaGenre;
-        return true;
-    case 4:
-        *field = F::FlacGenre;
-        return true;
-    case 6:
-        *field = F::OggGenre;
-        return true;
-    default:
+    const TagField* f = TypicalFields(TypicalSetOfType(type));
+    if (!f)
         return false;
-    }
+    *field = f[0];
+    return true;
 }
 
 // ---- the list -------------------------------------------------------------------------
@@ -224,7 +208,7 @@ TagRowValues ReadTagRow(TagEngine& engine, const QString& path) {
         for (size_t i = 0; i < f.size(); ++i)
             v.v1[i + 1] = engine.Field(f[i]);
     }
-    if (TypeIn(t, {1, 3, 4, 6, 7, 8}) && engine.HasV2()) {
+    if (TypeIn(t, {1, 3, 4, 5, 6, 7, 8}) && engine.HasV2()) {
         v.v2Genre = engine.V2Genre();
         const auto& f = V2BoxFields();
         for (size_t i = 0; i < f.size(); ++i)
@@ -304,6 +288,15 @@ TabsForType SetTabsForType(const QString& typeText, const QString& updateOption)
         r.tabEnabled = {true, true, true, false, true};
         r.tab4Caption = typeText;
         r.optionOffered = {true, true, true, false, true};
+    } else if (t == QLatin1String("MP4")) {
+        r.tabEnabled = {false, false, false, false, true};
+        r.tab4Caption = typeText;
+        r.optionOffered = {false, false, false, false, true};
+    } else if (t == QLatin1String("WAV")) {
+        // The "id3 " chunk is the V2 set; the INFO list is the typical one.
+        r.tabEnabled = {false, true, false, false, true};
+        r.tab4Caption = typeText;
+        r.optionOffered = {false, true, false, false, true};
     } else if (t == QLatin1String("MONKEY") || t == QLatin1String("AAC")) {
         r.tabEnabled = {true, true, false, false, false};
         r.tab4Caption = Caption(CapTypicalTab);
@@ -316,16 +309,34 @@ TabsForType SetTabsForType(const QString& typeText, const QString& updateOption)
     }
     r.optionTypicalSet = r.optionOffered[4] && typicalOn;
 
-    int from7 = 0;
+    // Labels 0 to 6 are shared; from 7 on each set has its own.
+    const std::array<int, 8>* own = nullptr;
+    static const auto run = [](int from7) {
+        std::array<int, 8> rows{};
+        for (int i = 0; i < 8; ++i)
+            rows[size_t(i)] = from7 + 7 + i;
+        return rows;
+    };
+    static const std::array<int, 8> wma = run(CapWmaLabel), flac = run(CapFlacLabel), ogg = run(CapOggLabel);
+    static const std::array<int, 8> mp4 = {CapWmaLabel + 7,  CapMp4Encoder,   CapOggLabel + 9,
+                                           CapWmaLabel + 8,  CapMp4Grouping,  CapMp4Disc,
+                                           CapWmaLabel + 13, CapWmaLabel + 14};
+    static const std::array<int, 8> wav = {CapWavEngineer,     CapWavSoftware,  CapOggLabel + 9,
+                                           CapWavCommissioned, CapWavKeywords,  CapWavLocation,
+                                           CapWmaLabel + 13,   CapWmaLabel + 14};
     if (t == QLatin1String("WMA"))
-        from7 = CapWmaLabel;
+        own = &wma;
     else if (t == QLatin1String("FLAC"))
-        from7 = CapFlacLabel;
+        own = &flac;
     else if (t == QLatin1String("OGG"))
-        from7 = CapOggLabel;
-    if (from7 != 0) {
+        own = &ogg;
+    else if (t == QLatin1String("MP4"))
+        own = &mp4;
+    else if (t == QLatin1String("WAV"))
+        own = &wav;
+    if (own) {
         for (int i = 0; i < 15; ++i) {
-            r.typicalLabelRows[size_t(i)] = i < 7 ? CapTypicalLabel + i : from7 + i;
+            r.typicalLabelRows[size_t(i)] = i < 7 ? CapTypicalLabel + i : (*own)[size_t(i - 7)];
             r.typicalLabels[size_t(i)] = Caption(r.typicalLabelRows[size_t(i)]);
         }
     }
@@ -340,19 +351,6 @@ QHash<QString, int> InputRowsByKey(const DataGrid& lbxInput) {
     for (int r = 1; r <= lbxInput.Rows(); ++r)
         map.insert(lbxInput.RowKey(r), r);
     return map;
-}
-
-static QString HasTagText(const TagEngine& e) {
-    QStringList parts;
-    if (e.HasV1())
-        parts << QStringLiteral("id3v") + e.V1Version();
-    if (e.HasV2())
-        parts << QStringLiteral("id3v") + e.V2Version();
-    if (e.HasApe())
-        parts << QStringLiteral("ape") + e.ApeVersion();
-    if (e.HasLyrics())
-        parts << QStringLiteral("lyrics") + e.LyricsVersion();
-    return parts.join(QStringLiteral(", "));
 }
 
 void RefreshInputTagCells(DataGrid& lbxInput, int row, const TagEngine& e) {
@@ -389,24 +387,9 @@ void RefreshInputTagCells(DataGrid& lbxInput, int row, const TagEngine& e) {
     const auto& ly = LyricsBoxFields();
     for (size_t i = 0; i < ly.size(); ++i)
         set(InCol::TagLyricsArtist + int(i), e.Field(ly[i]));
-    // The typical columns: FLAC and OGG in column order; WMA with year and genre
-    // crossed in the first two columns, as the data list has always shown them.
-    for (int c = InCol::TypFirst; c <= InCol::TypLast; ++c)
-        set(c, QString());
-    if (t == 4 || t == 6) {
-        TagField g;
-        TypicalGenreField(t, &g);
-        set(InCol::TagTypGenre, e.Field(g));
-        const auto& f = TypicalBoxFields(t);
-        for (size_t i = 0; i < f.size(); ++i)
-            set(InCol::TagTypYear + int(i), e.Field(f[i]));
-    } else if (t == 2) {
-        const TagField wma[] = {F::WmaYear,   F::WmaGenre,   F::WmaTrack,  F::WmaArtist, F::WmaTitle,
-                                F::WmaAlbum,  F::WmaComment, F::WmaExtra1, F::WmaExtra2, F::WmaExtra5,
-                                F::WmaExtra7, F::WmaExtra4,  F::WmaExtra6, F::WmaExtra3};
-        for (int i = 0; i < 14; ++i)
-            set(InCol::TypFirst + i, e.Field(wma[i]));
-    }
+    // The typical columns, with year and genre of WMA crossed as the data list shows them.
+    for (int i = 0; i < kTypicalFieldCount; ++i)
+        set(InCol::TypFirst + i, TypicalColumnText(e, t, i));
     QString rating, mood;
     if (t == 2) {
         rating = e.WmaRating();

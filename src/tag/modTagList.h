@@ -96,7 +96,8 @@ void ReadRatingMood(const TagEngine& engine, QString* rating, QString* mood);
 // ---- fields behind the boxes ------------------------------------------------------------
 // The engine field of each text box, in box order: V1 boxes 1 to 6 (element 0 = box 1),
 // V2 boxes 0 to 12, APE and Lyrics boxes 0 to 6, and the typical boxes of a file type
-// (2 WMA: 0 to 14 with rating and mood; 4 FLAC, 6 OGG: 0 to 12). Empty for other types.
+// (2 WMA: 0 to 14 with rating and mood; 4 FLAC, 5 WAV, 6 OGG, 9 MP4: 0 to 12). Empty for
+// other types.
 const std::vector<TagField>& V1BoxFields();
 const std::vector<TagField>& V2BoxFields();
 const std::vector<TagField>& ApeBoxFields();

@@ -21,6 +21,12 @@ const QString kNo = QStringLiteral("No"); // "leave the target's field alone"
 // The seven values a transfer carries, in this order.
 enum Val { Genre, Year, Track, Artist, Title, Album, Comment, ValCount };
 
+// The typical sets that a transfer reads and writes: all but WMA's.
+bool TypicalTransferType(int type) {
+    const TagSet set = TypicalSetOfType(type);
+    return set != TagSet::None && set != TagSet::Wma;
+}
+
 bool SourcePresent(const TagEngine& e, int source, int type) {
     switch (source) {
     case 0:
@@ -32,7 +38,7 @@ bool SourcePresent(const TagEngine& e, int source, int type) {
     case 3:
         return e.HasLyrics();
     case 4:
-        return type == 4 || type == 6;
+        return TypicalTransferType(type);
     default:
         return false;
     }
@@ -145,7 +151,7 @@ bool WriteTarget(TagEngine& e, const QString& path, int target, int type,
         return (e.*set.save)(path) != 0;
     }
     case 4: {
-        if (type != 4 && type != 6)
+        if (!TypicalTransferType(type))
             return true; // no WMA target: nothing to write
         TagField g;
         TypicalGenreField(type, &g);
@@ -153,7 +159,7 @@ bool WriteTarget(TagEngine& e, const QString& path, int target, int type,
         const auto& f = TypicalBoxFields(type);
         for (int i = 0; i < 6; ++i)
             Put(e, f[size_t(i)], v[size_t(Year + i)]);
-        return (type == 4 ? e.SaveFlac(path) : e.SaveOgg(path)) != 0;
+        return e.Save(TypicalSetOfType(type), path) != 0;
     }
     default:
         return true;
@@ -311,15 +317,9 @@ int SaveNameToSet(TagEngine& e, const QString& path, int t, const QString& fileN
         saved = e.SaveLyrics(path);
         break;
     case UpdateSet::Typical:
-        if (t == 2) {
-            put(F::WmaArtist, F::WmaTitle, F::WmaTrack, true);
-            saved = e.SaveWma(path);
-        } else if (t == 4) {
-            put(F::FlacArtist, F::FlacTitle, F::FlacTrack, true);
-            saved = e.SaveFlac(path);
-        } else if (t == 6) {
-            put(F::OggArtist, F::OggTitle, F::OggTrack, true);
-            saved = e.SaveOgg(path);
+        if (const TagField* f = TypicalFields(TypicalSetOfType(t))) {
+            put(f[3], f[4], f[2], true); // artist, title, track
+            saved = e.Save(TypicalSetOfType(t), path);
         }
         break;
     case UpdateSet::None:
@@ -381,15 +381,11 @@ bool ReadSetNameFields(const TagEngine& e, UpdateSet set, QString* artist, QStri
         *artist = e.LyricsArtist(), *title = e.LyricsTitle(), track->clear();
         return e.HasLyrics();
     case UpdateSet::Typical:
-        if (t == 2)
-            *artist = e.WmaArtist(), *title = e.WmaTitle(), *track = e.WmaTrack();
-        else if (t == 4)
-            *artist = e.FlacArtist(), *title = e.FlacTitle(), *track = e.FlacTrack();
-        else if (t == 6)
-            *artist = e.OggArtist(), *title = e.OggTitle(), *track = e.OggTrack();
-        else
-            return false;
-        return true;
+        if (const TagField* f = TypicalFields(TypicalSetOfType(t))) {
+            *artist = e.Field(f[3]), *title = e.Field(f[4]), *track = e.Field(f[2]);
+            return true;
+        }
+        return false;
     case UpdateSet::None:
         break;
     }

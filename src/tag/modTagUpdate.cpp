@@ -83,7 +83,7 @@ bool UpdateFile(TagEngine& e, const QString& path, UpdateSet set, const TagBoxes
         }
         break;
     case UpdateSet::V2:
-        if (TypeIn(t, {1, 3, 4, 6, 7, 8})) {
+        if (TypeIn(t, {1, 3, 4, 5, 6, 7, 8})) {
             if (b.v2Genre.enabled)
                 e.SetV2Genre(b.v2Genre.text);
             StageBoxes(e, V2BoxFields(), b.v2, 0, 13);
@@ -121,8 +121,7 @@ bool UpdateFile(TagEngine& e, const QString& path, UpdateSet set, const TagBoxes
             if (b.typicalGenre.enabled)
                 e.SetField(genre, b.typicalGenre.text);
             StageBoxes(e, TypicalBoxFields(t), b.typical, 0, t == 2 ? 15 : 13);
-            const int r = t == 2 ? e.SaveWma(path) : t == 4 ? e.SaveFlac(path) : e.SaveOgg(path);
-            failed = r == 0;
+            failed = e.Save(TypicalSetOfType(t), path) == 0;
         }
         break;
     }
@@ -220,7 +219,7 @@ BatchResult DeleteTags(TagBatch& batch, UpdateSet set) {
                     strip(e.HasV1(), &TagEngine::RemoveV1);
                 break;
             case UpdateSet::V2:
-                if (TypeIn(t, {1, 3, 4, 6, 7, 8}))
+                if (TypeIn(t, {1, 3, 4, 5, 6, 7, 8}))
                     strip(e.HasV2(), &TagEngine::RemoveV2);
                 break;
             case UpdateSet::Ape:

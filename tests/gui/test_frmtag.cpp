@@ -194,6 +194,72 @@ private slots:
         QCOMPARE(Setting(Ini::TagNoMsg, Ini::Col1), QStringLiteral("1"));
     }
 
+    // MP4 files: the item list is the typical tab, written by the update button; the data
+    // list's typical columns follow.
+    void mp4TypicalTab() {
+        TagUiFixture f;
+        const QString a = f.AddFile("m4a", "A.m4a");
+        const QString b = f.AddFile("m4a", "B.m4a");
+        FrmTag w(&f.input, &f.prompt);
+        f.input.SelectAll();
+        QVERIFY(w.LoadTagList("MP4"));
+        auto* tabs = Named<QTabWidget>(w, "SSTabFields");
+        for (int i = 0; i < 4; ++i)
+            QVERIFY(!tabs->isTabEnabled(i));
+        QVERIFY(tabs->isTabEnabled(4));
+        QCOMPARE(tabs->tabText(4), QStringLiteral("MP4"));
+        QVERIFY(!Named<QRadioButton>(w, "OptTab2_UpdateV2")->isEnabled());
+        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(7)")->text(), Caption(CapWmaLabel + 7));
+        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(8)")->text(), Caption(CapMp4Encoder));
+        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(12)")->text(), Caption(CapMp4Disc));
+        QCOMPARE(Named<QLineEdit>(w, "txtTab2_Typical(8)")->text(), QStringLiteral("Lavf59.27.100"));
+        Named<QRadioButton>(w, "OptTab2_UpdateTypical")->setChecked(true);
+        Named<QCheckBox>(w, "chbTab2_Typical(3)")->setChecked(true);
+        Named<QLineEdit>(w, "txtTab2_Typical(2)")->setText("M4A Artist ✓");
+        Named<QCheckBox>(w, "chbTab2_Typical(0)")->setChecked(true);
+        Named<QComboBox>(w, "cmbTab2_GenreTypical")->setEditText("Jazz");
+        w.lbxTag().SelectAll();
+        f.prompt.answers = {true};
+        Named<QPushButton>(w, "btnTab2_UpdateTag")->click();
+        QCOMPARE(f.prompt.shown.back().text, Caption(CapFilesUpdated) + "2");
+        for (const QString& p : {a, b}) {
+            QCOMPARE(f.engine.OpenFile(p), 9);
+            QCOMPARE(f.engine.Mp4Artist(), QStringLiteral("M4A Artist ✓"));
+            QCOMPARE(f.engine.Mp4Genre(), QStringLiteral("Jazz"));
+            QCOMPARE(f.engine.Mp4Encoder(), QStringLiteral("Lavf59.27.100"));
+        }
+        QCOMPARE(f.input.CellText(1, InCol::TagTypArtist), QStringLiteral("M4A Artist ✓"));
+        QCOMPARE(f.input.CellText(1, InCol::TagTypGenre), QStringLiteral("Jazz"));
+        QCOMPARE(f.input.CellText(1, InCol::HasTag), QStringLiteral("mp4"));
+    }
+
+    // WAV files: the "id3 " chunk is the V2 tab, the INFO list the typical one.
+    void wavTabs() {
+        TagUiFixture f;
+        const QString a = f.AddFile("wav", "A.wav");
+        FrmTag w(&f.input, &f.prompt);
+        f.input.SelectAll();
+        QVERIFY(w.LoadTagList("WAV"));
+        auto* tabs = Named<QTabWidget>(w, "SSTabFields");
+        QVERIFY(!tabs->isTabEnabled(0));
+        QVERIFY(tabs->isTabEnabled(1));
+        QVERIFY(tabs->isTabEnabled(4));
+        QCOMPARE(tabs->tabText(4), QStringLiteral("WAV"));
+        QCOMPARE(Named<QLabel>(w, "lblTab2_Typical(7)")->text(), Caption(CapWavEngineer));
+        QCOMPARE(Named<QLineEdit>(w, "txtTab2_Typical(8)")->text(), QStringLiteral("Lavf59.27.100"));
+        Named<QRadioButton>(w, "OptTab2_UpdateV2")->setChecked(true);
+        Named<QCheckBox>(w, "chbTab2_V2(3)")->setChecked(true);
+        Named<QLineEdit>(w, "txtTab2_V2(3)")->setText("WAV Titel");
+        w.lbxTag().SelectAll();
+        f.prompt.answers = {true};
+        Named<QPushButton>(w, "btnTab2_UpdateTag")->click();
+        QCOMPARE(f.engine.OpenFile(a), 5);
+        QCOMPARE(f.engine.V2Title(), QStringLiteral("WAV Titel"));
+        QCOMPARE(f.engine.WavSoftware(), QStringLiteral("Lavf59.27.100"));
+        QCOMPARE(f.input.CellText(1, InCol::TagTitle), QStringLiteral("WAV Titel"));
+        QCOMPARE(f.input.CellText(1, InCol::HasTag), QStringLiteral("id3v2.3, riff info"));
+    }
+
     void updateByButton() {
         TagUiFixture f;
         const QString a = f.AddFile("mp3", "A.mp3");

@@ -78,6 +78,40 @@ QByteArray OggAudio(const QByteArray& f) {
     return out;
 }
 
+quint32 Be32(const QByteArray& f, qsizetype at) {
+    const auto* u = reinterpret_cast<const unsigned char*>(f.constData() + at);
+    return (quint32(u[0]) << 24) | (quint32(u[1]) << 16) | (quint32(u[2]) << 8) | u[3];
+}
+
+quint32 Le32(const QByteArray& f, qsizetype at) {
+    const auto* u = reinterpret_cast<const unsigned char*>(f.constData() + at);
+    return (quint32(u[3]) << 24) | (quint32(u[2]) << 16) | (quint32(u[1]) << 8) | u[0];
+}
+
+// The payload of the "data" chunk of a RIFF WAVE file.
+QByteArray WavData(const QByteArray& f) {
+    for (qsizetype pos = 12; pos + 8 <= f.size();) {
+        const qsizetype size = Le32(f, pos + 4);
+        if (f.mid(pos, 4) == "data")
+            return f.mid(pos + 8, size);
+        pos += 8 + size + (size & 1);
+    }
+    return QByteArray();
+}
+
+// The payload of the top-level "mdat" atom of an MP4 file.
+QByteArray Mp4Data(const QByteArray& f) {
+    for (qsizetype pos = 0; pos + 8 <= f.size();) {
+        const qsizetype size = Be32(f, pos);
+        if (size < 8)
+            break;
+        if (f.mid(pos + 4, 4) == "mdat")
+            return f.mid(pos + 8, size - 8);
+        pos += size;
+    }
+    return QByteArray();
+}
+
 } // namespace
 
 QByteArray AudioPart(const QByteArray& file, int type) {
@@ -86,6 +120,10 @@ QByteArray AudioPart(const QByteArray& file, int type) {
         return FlacFrames(file);
     case 6:
         return OggAudio(file);
+    case 5:
+        return WavData(file);
+    case 9:
+        return Mp4Data(file);
     case 2: {
         static const char kData[16] = {'\x36', '\x26', '\xB2', '\x75', '\x8E', '\x66', '\xCF', '\x11',
                                        '\xA6', '\xD9', '\x00', '\xAA', '\x00', '\x62', '\xCE', '\x6C'};
@@ -102,7 +140,7 @@ bool AudioUnchanged(const QString& path, const QString& fixture, int type) {
     const QByteArray now = ReadAll(path);
     if (original.isEmpty())
         return false;
-    if (type == 6)
+    if (type == 6 || type == 5 || type == 9)
         return AudioPart(now, type) == original;
     return now.contains(original);
 }

@@ -21,8 +21,9 @@ bool WriteAll(const QString& path, const QByteArray& data);
 QString CopyFixture(const QString& fixture, const QString& dir, const QString& newName = QString());
 
 // The bytes of a file that carry audio and that no tag operation may change: the whole
-// untagged MP3, AAC, MPC, APE, WAV, MP4; the frames behind the metadata of FLAC; the page
-// payloads of the audio pages of Ogg; the data object and index of WMA.
+// untagged MP3, AAC, MPC, APE; the frames behind the metadata of FLAC; the page payloads
+// of the audio pages of Ogg; the data object and index of WMA; the "data" chunk of WAV and
+// the "mdat" atom of MP4.
 QByteArray AudioPart(const QByteArray& file, int type);
 // True when the file still carries the audio of the fixture it was copied from.
 bool AudioUnchanged(const QString& path, const QString& fixture, int type);
