@@ -1,14 +1,19 @@
 // The folder scan against its practical limit: a plain TagLib read loop over the same
-// files. Then save and load of the resulting data list. Usage:
+// files, with one reader and with all cores, from the page cache and from the disk
+// (the tree's pages dropped with posix_fadvise). Then the refresh of the resulting list
+// with no file and with 1 % of the files changed, and save and load of the list. Usage:
 //   bench_scan [COUNT...]      (default 10000; the trees go to /tmp/qlt_corpus_COUNT)
 #include "bench_clock.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
+#include "list/ftcReadPool.h"
 #include "list/modList.h"
+#include "list/modRefresh.h"
 #include "list/modSavedLists.h"
 #include "list/modScan.h"
 #include "make_corpus.h"
 #include "tag/TagEngine.h"
+#include "tag/TagThreads.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,7 +22,10 @@
 #include <QFileInfo>
 #include <cstdio>
 #include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <taglib/audioproperties.h>
+#include <unistd.h>
 
 namespace {
 
@@ -49,6 +57,86 @@ double PlainTagLibLoop(const QString& root, int& files) {
     if (sink == 42)
         std::printf(" ");
     return Seconds(t);
+}
+
+// Drops the tree's pages from the page cache, so that the next pass reads from the disk.
+void DropCache(const QString& root) {
+    QStringList entries;
+    int n = 0;
+    FindFiles(root, QStringLiteral("*"), entries, true, n);
+    for (const QString& p : entries) {
+        const int fd = ::open(QFile::encodeName(p).constData(), O_RDONLY);
+        if (fd < 0)
+            continue;
+        ::fdatasync(fd);
+        ::posix_fadvise(fd, 0, 0, POSIX_FADV_DONTNEED);
+        ::close(fd);
+    }
+}
+
+struct Timed {
+    double wall = 0, cpu = 0;
+    int rows = 0;
+};
+
+Timed TimeScan(const QString& root, int threads, DataGrid* keep = nullptr) {
+    DataGrid local;
+    DataGrid& list = keep ? *keep : local;
+    EnsureInputColumns(list);
+    ScanOptions o;
+    o.subFolders = true;
+    o.threads = threads;
+    TagEngine engine;
+    QElapsedTimer t;
+    t.start();
+    const double c0 = Cpu();
+    ScanFolder(list, root, o, engine);
+    return {Seconds(t), Cpu() - c0, list.Rows()};
+}
+
+// The sequential and the parallel scan against the plain loop, in one run.
+void CompareScans(const QString& root, const char* what, bool cold, DataGrid& keep) {
+    const int threads = MachineReadThreads();
+    int files = 0;
+    if (cold)
+        DropCache(root);
+    const double c0 = Cpu();
+    const double limit = PlainTagLibLoop(root, files);
+    const double limitCpu = Cpu() - c0;
+    if (cold)
+        DropCache(root);
+    const Timed one = TimeScan(root, 1);
+    if (cold)
+        DropCache(root);
+    const Timed many = TimeScan(root, threads, &keep);
+    std::printf("-- %s\n", what);
+    std::printf("plain TagLib loop   %8.2f s  cpu %6.2f s  (%d files)   1.00x\n", limit, limitCpu, files);
+    std::printf("scan, 1 thread      %8.2f s  cpu %6.2f s  (%d rows)  %.2fx of the loop\n", one.wall, one.cpu,
+                one.rows, limit > 0 ? one.wall / limit : 0.0);
+    std::printf(
+        "scan, %d threads     %8.2f s  cpu %6.2f s  (%d rows)  %.2fx of the loop, %.2fx of 1 thread\n",
+        threads, many.wall, many.cpu, many.rows, limit > 0 ? many.wall / limit : 0.0,
+        one.wall > 0 ? many.wall / one.wall : 0.0);
+}
+
+// The refresh of the list just scanned: nothing changed, then 1 % of the files touched.
+void TimeRefresh(DataGrid& list) {
+    ScriptedPrompt prompt;
+    TagEngine engine;
+    QElapsedTimer t;
+    t.start();
+    RefreshResult r = RefreshChanged(list, engine, prompt);
+    std::printf("refresh, unchanged  %8.2f s  (%d rows, %d read again)\n", Seconds(t), r.rows, r.reread);
+    int touched = 0;
+    for (int row = 1; row <= list.Rows(); row += 100, ++touched) {
+        const QString p = list.CellText(row, 7) + QLatin1Char('/') + list.CellText(row, 3);
+        struct timespec times[2] = {{0, UTIME_OMIT}, {0, UTIME_NOW}};
+        ::utimensat(AT_FDCWD, QFile::encodeName(p).constData(), times, 0);
+    }
+    t.restart();
+    r = RefreshChanged(list, engine, prompt);
+    std::printf("refresh, 1%% changed %8.2f s  (%d rows, %d touched, %d read again)\n", Seconds(t), r.rows,
+                touched, r.reread);
 }
 
 void RunOne(int count) {
@@ -91,6 +179,7 @@ void RunOne(int count) {
     EnsureInputColumns(list);
     ScanOptions o;
     o.subFolders = true;
+    o.threads = 1;
     QElapsedTimer t;
     t.start();
     cpu0 = Cpu();
@@ -127,6 +216,15 @@ void RunOne(int count) {
         RebuildValueLists(list, ratings, moods);
         ShowTotals(list);
         std::printf("  of which sort \"7,3\" %.2f s, totals and value lists %.2f s\n", sort, Seconds(c));
+    }
+
+    {
+        // Sequential against parallel, in the page cache and from the disk.
+        DataGrid scanned;
+        CompareScans(root, "files in the page cache", false, scanned);
+        TimeRefresh(scanned);
+        DataGrid cold;
+        CompareScans(root, "pages of the tree dropped before each pass", true, cold);
     }
 
     ScriptedPrompt prompt;

@@ -55,6 +55,7 @@ constexpr SwitchSpec kSwitches[] = {
     {"chbPref_RenamePreview", Ini::RenamePreview, Ini::Col1},
     {"chbPref_OptimalColumnWidth", Ini::OptimalColumnWidth, Ini::Col1},
     {"chbPref_Picformat", Ini::Picformat, Ini::Col1},
+    {"chbPref_ScanOneThread", Ini::ScanOneThread, Ini::Col1},
 };
 
 } // namespace

@@ -16,6 +16,7 @@
 #include "core/Settings.h"
 #include "list/InputColumns.h"
 #include "list/modList.h"
+#include "list/modRefresh.h"
 #include "list/modSavedLists.h"
 #include "tag/TagEngine.h"
 
@@ -86,6 +87,8 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
     btnTab1_GetFiles->setDefault(true);
     btnTab1_UpdateData = new QPushButton(this);
     btnTab1_UpdateData->setObjectName(QStringLiteral("btnTab1_UpdateData"));
+    btnTab1_RefreshData = new QPushButton(this);
+    btnTab1_RefreshData->setObjectName(QStringLiteral("btnTab1_RefreshData"));
     chbTab1_SubFolders = new QCheckBox(this);
     chbTab1_SubFolders->setObjectName(QStringLiteral("chbTab1_SubFolders"));
     chbTab1_Attach = new QCheckBox(this);
@@ -122,6 +125,7 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
     grid->addWidget(chbTab1_CheckCharacters, 1, 1);
     grid->addWidget(chbTab1_UseChecklist, 1, 2);
     grid->addWidget(chbTab1_Act, 1, 4);
+    grid->addWidget(btnTab1_RefreshData, 2, 0);
     grid->addWidget(txtTab1_Searchstring_ArtistTitle[0], 2, 1);
     grid->addWidget(txtTab1_Searchstring_ArtistTitle[1], 2, 2);
     grid->setColumnStretch(3, 1);
@@ -130,6 +134,7 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
                                    chbTab1_SubFolders,
                                    chbTab1_Attach,
                                    btnTab1_UpdateData,
+                                   btnTab1_RefreshData,
                                    chbTab1_CheckCharacters,
                                    txtTab1_Searchstring_ArtistTitle[0],
                                    txtTab1_Searchstring_ArtistTitle[1],
@@ -147,6 +152,7 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
     connect(btnTab1_GetFiles, &QPushButton::clicked, this, &ScanPanel::btnTab1_GetFiles_Click);
     connect(btnTab1_Abort, &QPushButton::clicked, this, &ScanPanel::btnTab1_Abort_Click);
     connect(btnTab1_UpdateData, &QPushButton::clicked, this, &ScanPanel::btnTab1_UpdateData_Click);
+    connect(btnTab1_RefreshData, &QPushButton::clicked, this, &ScanPanel::btnTab1_RefreshData_Click);
     connect(btnTab1_HandleFileInput, &QComboBox::activated, this, [this](int i) {
         btnTab1_HandleFileInput->setCurrentIndex(-1);
         btnTab1_HandleFileInput_Click(i);
@@ -366,6 +372,25 @@ void ScanPanel::btnTab1_UpdateData_Click() {
         HideProgress();
     PublishValueLists(lastResult);
     m_page->LbxInput->table()->setFocus();
+    emit scanFinished();
+}
+
+void ScanPanel::btnTab1_RefreshData_Click() {
+    if (State().ScanRunning)
+        return;
+    RefreshResult r;
+    {
+        BusyGuard busy(m_page->TabInput1_Sub1, m_page->TabInput1_Sub2, folders);
+        r = RefreshChanged(Grids::LbxInput(), TagEngine::Shared(), AppPrompt(), WindowHooks());
+    }
+    if (m_progress->isVisible())
+        HideProgress();
+    ScanResult values;
+    values.ratings = r.ratings;
+    values.moods = r.moods;
+    PublishValueLists(values);
+    m_page->LbxInput->table()->setFocus();
+    TellRefreshResult(r, m_page->chbTab1_NoMsg->isChecked(), AppPrompt());
     emit scanFinished();
 }
 

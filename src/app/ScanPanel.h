@@ -34,6 +34,7 @@ public:
     QSplitter* splitter;
     QPushButton* btnTab1_GetFiles;
     QPushButton* btnTab1_UpdateData;
+    QPushButton* btnTab1_RefreshData; // reads again only the files that changed
     QPushButton* btnTab1_Abort;
     QCheckBox* chbTab1_SubFolders;
     QCheckBox* chbTab1_Attach;
@@ -48,6 +49,7 @@ public:
     void btnTab1_GetFiles_Click();
     void btnTab1_Abort_Click();
     void btnTab1_UpdateData_Click();
+    void btnTab1_RefreshData_Click();
     // Item of the saved-list chooser: 0 save, 1 load, 2 delete the data list; 3 to 5 are
     // the reference lists' (signal refListCommand).
     void btnTab1_HandleFileInput_Click(int item);

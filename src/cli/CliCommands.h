@@ -8,6 +8,7 @@ int RunTags(const QStringList& args);     // CliTags.cpp
 int RunSet(const QStringList& args);      // CliSet.cpp
 int RunScan(const QStringList& args);     // cmd_scan.cpp
 int RunLoad(const QStringList& args);     // cmd_load.cpp
+int RunRefresh(const QStringList& args);  // cmd_refresh.cpp
 int RunPlaylist(const QStringList& args); // cmd_playlist.cpp
 int RunRename(const QStringList& args);   // cmd_rename.cpp
 int RunUndo(const QStringList& args);     // cmd_rename.cpp

@@ -85,3 +85,24 @@ void TerminalProgress::Finish() {
     }
     m_shown = false;
 }
+
+ScanHooks TerminalScanHooks(TerminalProgress& progress) {
+    ScanHooks h;
+    h.showProgress = [&progress](int max) { progress.Start(max); };
+    h.setProgress = [&progress](int v) { progress.Set(v); };
+    h.progressText = [&progress](const QString& t) { progress.Text(t); };
+    h.hideProgress = [&progress] { progress.Finish(); };
+    return h;
+}
+
+bool ThreadsArgument(const QStringList& args, int& i, int& threads, const char* usage) {
+    bool ok = false;
+    const int n = i + 1 < args.size() ? args[i + 1].toInt(&ok) : 0;
+    if (!ok || n < 1 || n > 8) {
+        Err(QLatin1String(usage));
+        return false;
+    }
+    ++i;
+    threads = n;
+    return true;
+}

@@ -3,6 +3,7 @@
 // answer (the tool never waits for a key).
 
 #include "core/Prompt.h"
+#include "list/modScan.h"
 
 class CliPrompt : public Prompt {
 public:
@@ -37,3 +38,10 @@ private:
     QString m_text;
     void Draw(int value);
 };
+
+// The hooks of a scan or refresh that draw on `progress`.
+ScanHooks TerminalScanHooks(TerminalProgress& progress);
+
+// The value of "--threads N" at args[i + 1] (i is moved on): readers at once, 1 to 8.
+// False with the usage shown for anything else.
+bool ThreadsArgument(const QStringList& args, int& i, int& threads, const char* usage);

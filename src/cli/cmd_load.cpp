@@ -53,12 +53,7 @@ int RunLoad(const QStringList& args) {
     options.refreshFromFiles = act;
     SavedListHooks hooks;
     hooks.updateList = [&] {
-        ScanHooks sh;
-        sh.showProgress = [&](int max) { progress.Start(max); };
-        sh.setProgress = [&](int v) { progress.Set(v); };
-        sh.progressText = [&](const QString& t) { progress.Text(t); };
-        sh.hideProgress = [&] { progress.Finish(); };
-        rereadResult = UpdateList(list, TagEngine::Shared(), prompt, sh);
+        rereadResult = UpdateList(list, TagEngine::Shared(), prompt, TerminalScanHooks(progress));
     };
     hooks.showTotals = [&] { ShowTotals(list); };
 

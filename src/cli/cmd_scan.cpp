@@ -17,9 +17,12 @@ namespace {
 const char kScanUsage[] =
     "usage: quillotune-cli scan DIR [--subfolders] [--artist TEXT] [--title TEXT]\n"
     "                           [--save FILE.data] [--export FILE.txt|csv|xls|xml|htm]\n"
+    "                           [--threads N]\n"
     "  Scans the audio files of DIR (with --subfolders also of its sub-folders) into the\n"
     "  data list, as the window does. --artist and --title take only files whose artist\n"
-    "  and title (from the file name) contain the text. Prints one summary line.";
+    "  and title (from the file name) contain the text. --threads sets how many files are\n"
+    "  read at once (1 to 8; by default all cores, or 1 when the preferences say so).\n"
+    "  Prints one summary line.";
 
 } // namespace
 
@@ -59,6 +62,9 @@ int RunScan(const QStringList& args) {
             if (!value(options.titleSearch))
                 return Err(QLatin1String(kScanUsage)), 2;
             options.checkCharacters = true;
+        } else if (a == QLatin1String("--threads")) {
+            if (!ThreadsArgument(args, i, options.threads, kScanUsage))
+                return 2;
         } else if (a == QLatin1String("--save")) {
             if (!value(savePath))
                 return Err(QLatin1String(kScanUsage)), 2;
@@ -88,11 +94,7 @@ int RunScan(const QStringList& args) {
     TagEngine& engine = TagEngine::Shared();
     CliPrompt prompt;
     TerminalProgress progress;
-    ScanHooks hooks;
-    hooks.showProgress = [&](int max) { progress.Start(max); };
-    hooks.setProgress = [&](int v) { progress.Set(v); };
-    hooks.progressText = [&](const QString& t) { progress.Text(t); };
-    hooks.hideProgress = [&] { progress.Finish(); };
+    const ScanHooks hooks = TerminalScanHooks(progress);
 
     QElapsedTimer timer;
     timer.start();

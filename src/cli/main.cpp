@@ -23,6 +23,8 @@ const Command kCommands[] = {
     {"scan", "scan DIR [--subfolders] [--save FILE.data] [--export FILE]", "scan a folder into the data list",
      RunScan},
     {"load", "load FILE.data [--act] [--export FILE]", "load a saved data list and check its files", RunLoad},
+    {"refresh", "refresh FILE.data [--threads N]",
+     "read again the files of a saved data list that changed since, mark missing ones, save", RunRefresh},
     {"playlist", "playlist FILE.m3u|FILE.pls [--json] | playlist --write OUT [--relative] FILE...",
      "print the rows of a playlist, or write songs as a playlist", RunPlaylist},
     {"rename", "rename FILE|DIR... --do COMMAND [--subfolders] [--dry-run] [--json]",

@@ -73,6 +73,7 @@ constexpr int CapColumnHide = 98;      // ChbCap_ColumnHide: reference column hi
 constexpr int PurgeLinklist = 99;      // chbPref_PurgeLinklist
 constexpr int PictureListOption = 100;
 constexpr int OptimalColumnWidth = 103; // chbPref_OptimalColumnWidth
+constexpr int ScanOneThread = 131;      // chbPref_ScanOneThread: read files on one thread only
 
 // ---- single values in column 2 ---------------------------------------------------------
 constexpr int Col2 = 2;

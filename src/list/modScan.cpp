@@ -10,8 +10,10 @@
 #include "file/modFileCommands.h"
 #include "list/InputColumns.h"
 #include "list/ftcNames.h"
+#include "list/ftcReadPool.h"
 #include "list/modList.h"
 #include "list/modListColumns.h"
+#include "list/modRefresh.h"
 #include "platform/FolderWalk.h"
 #include "tag/TagEngine.h"
 
@@ -243,8 +245,12 @@ QStringList FileRowCells(TagEngine& e, const QString& path, int type, int rowNum
 
 bool AddFileRow(DataGrid& list, TagEngine& engine, const QString& path, const RowContext& ctx,
                 int alreadyOpenType) {
+    const QString stamp = FileStampText(path);
     const int type = alreadyOpenType >= 0 ? alreadyOpenType : engine.OpenFile(path);
-    QStringList cells = FileRowCells(engine, path, type, list.Rows() + 1 - ctx.rowOffset, ctx.numberDigits);
+    return AddReadRow(list, FileRowCells(engine, path, type, 0, ctx.numberDigits), stamp, ctx);
+}
+
+bool AddReadRow(DataGrid& list, QStringList cells, const QString& stamp, const RowContext& ctx) {
     if (ctx.checkCharacters && !State().UpdateRun) {
         if (ctx.useChecklist) {
             if (!ctx.checklist || !PassesChecklist(cells[InCol::FileName - 1], *ctx.checklist))
@@ -254,7 +260,9 @@ bool AddFileRow(DataGrid& list, TagEngine& engine, const QString& path, const Ro
             return false;
         }
     }
-    list.AddRow(cells);
+    const int row = list.Rows() + 1;
+    cells[InCol::No - 1] = QString::number(row - ctx.rowOffset);
+    list.AddRow(cells, StampedKey(QString(QString::number(row) + u'k'), stamp));
     return true;
 }
 
@@ -310,46 +318,58 @@ struct ScanFlags {
     }
 };
 
+// Reads one entry as the scan does: a folder entry gives type 0, an unreadable file no
+// cells when it is skipped. The stamp is taken before the file is read, so that a change
+// during the read shows at the next refresh.
+void ReadEntry(TagEngine& engine, const QString& entry, bool skipUnreadable, int digits, FileRead& out) {
+    const bool folderEntry = entry.startsWith(QLatin1String(">>"));
+    const QString path = folderEntry ? entry.mid(2) : entry;
+    if (!folderEntry)
+        out.stamp = FileStampText(path);
+    out.type = folderEntry ? 0 : engine.OpenFile(path);
+    if (out.type == 0 && skipUnreadable)
+        return;
+    if (folderEntry)
+        engine.OpenFile(path); // an empty engine for the row of a folder
+    out.cells = FileRowCells(engine, path, out.type, 0, digits);
+}
+
 // The loop shared by the scan and the re-read: each entry with a pump, the abort test,
-// the bar, one OpenFile, the progress text and the row.
+// the bar, one OpenFile, the progress text and the row. With readers on threads the
+// files are read ahead of this loop, which only takes their results in order.
 void RunEntries(DataGrid& list, TagEngine& engine, const QStringList& entries, const RowContext& ctx,
-                bool skipUnreadable, const ScanHooks& hooks, ScanResult& res) {
+                bool skipUnreadable, int threads, const ScanHooks& hooks, ScanResult& res) {
     const int count = int(entries.size());
     if (count > 0 && hooks.showProgress)
         hooks.showProgress(count);
+    const int digits = ctx.numberDigits;
+    ReadPool pool(count, threads, engine,
+                  [&entries, skipUnreadable, digits](TagEngine& e, int i, FileRead& out) {
+                      ReadEntry(e, entries.at(i), skipUnreadable, digits, out);
+                  });
     for (int i = 0; i < count; ++i) {
-        State().SuppressEvents = true;
-        if (hooks.pump)
-            hooks.pump();
-        if (State().AbortRequested) {
+        if (!EntryStepBegins(hooks, i)) {
             res.aborted = true;
             break;
         }
-        if (hooks.setProgress)
-            hooks.setProgress(i);
         ++res.processed;
-        const QString& entry = entries[i];
+        const QString& entry = entries.at(i);
         const bool folderEntry = entry.startsWith(QLatin1String(">>"));
-        const QString path = folderEntry ? entry.mid(2) : entry;
-        const int type = folderEntry ? 0 : engine.OpenFile(path);
-        if (type == 0 && skipUnreadable) {
+        FileRead read = pool.Take(i, hooks.pump);
+        if (read.type == 0 && skipUnreadable) {
             if (!folderEntry)
                 ++res.failures;
             continue;
         }
-        if (type == 0)
+        if (read.type == 0)
             ++res.failures;
-        if (ProgressTextDue(i, count)) {
-            const QString text = ScanProgressText(i, count);
-            list.SetFooterText(InCol::FileName, text);
-            if (hooks.progressText)
-                hooks.progressText(text);
-        }
-        if (AddFileRow(list, engine, path, ctx, type))
+        EntryProgressText(list, hooks, i, count);
+        if (AddReadRow(list, std::move(read.cells), read.stamp, ctx))
             ++res.rowsAdded;
         else
             ++res.filtered;
     }
+    pool.Stop(); // the files in the readers' hands are finished, their rows dropped
 }
 
 void FinishNormal(DataGrid& list, ScanResult& res, const ScanHooks& hooks) {
@@ -399,7 +419,8 @@ ScanResult ScanFolder(DataGrid& list, const QString& path, const ScanOptions& op
         if (hooks.listCleared)
             hooks.listCleared();
     }
-    RunEntries(list, engine, entries, ctx, true, hooks, res);
+    const int threads = options.threads > 0 ? options.threads : ScanReadThreads();
+    RunEntries(list, engine, entries, ctx, true, threads, hooks, res);
     if (res.aborted)
         FinishAborted(list, res, hooks);
     else
@@ -407,7 +428,8 @@ ScanResult ScanFolder(DataGrid& list, const QString& path, const ScanOptions& op
     return res;
 }
 
-ScanResult UpdateList(DataGrid& list, TagEngine& engine, Prompt& prompt, const ScanHooks& hooks) {
+ScanResult UpdateList(DataGrid& list, TagEngine& engine, Prompt& prompt, const ScanHooks& hooks,
+                      int threads) {
     ScanResult res;
     if (!ListNotEmpty(list, prompt))
         return res;
@@ -435,7 +457,7 @@ ScanResult UpdateList(DataGrid& list, TagEngine& engine, Prompt& prompt, const S
     RowContext ctx;
     ctx.numberDigits = NumberDigits();
     ctx.rowOffset = oldRows;
-    RunEntries(list, engine, paths, ctx, false, hooks, res);
+    RunEntries(list, engine, paths, ctx, false, threads > 0 ? threads : ScanReadThreads(), hooks, res);
     const int reread = std::min(res.processed, oldRows);
     if (reread > 0) {
         list.SelectRange(1, reread, true);
@@ -449,7 +471,7 @@ ScanResult UpdateList(DataGrid& list, TagEngine& engine, Prompt& prompt, const S
         return res;
     }
     for (int r = 1; r <= list.Rows(); ++r)
-        list.SetRowKey(r, QString::number(r) + u'k');
+        list.SetRowKey(r, StampedKey(QString(QString::number(r) + u'k'), KeyStamp(list.RowKey(r))));
     list.DoSort(QLatin1String(kScanSortOrder), 1);
     if (list.Rows() > 0)
         list.SetCurRow(1);

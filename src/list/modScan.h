@@ -24,6 +24,7 @@ struct ScanOptions {
     QString titleSearch;                 // txtTab1_Searchstring_ArtistTitle(1)
     const DataGrid* checklist = nullptr; // LbxFindChr: Find1, AND, Find2
     int numberDigits = 0;                // width of track numbers; 0 = the settings (row NumberDigits)
+    int threads = 0;                     // readers at once; 0 = the preferences (ScanReadThreads)
 };
 
 struct ScanHooks {
@@ -76,6 +77,9 @@ int FindFiles(const QString& folder, const QString& mask, QStringList& list, boo
 // that result (the scan opens once per file). State().UpdateRun turns the checks off.
 bool AddFileRow(DataGrid& list, TagEngine& engine, const QString& path, const RowContext& context,
                 int alreadyOpenType = -1);
+// The same for cells read before (FileRowCells with any number): the checks, then the
+// number and the key of the new row, whose key records `stamp` (FileStampText).
+bool AddReadRow(DataGrid& list, QStringList cells, const QString& stamp, const RowContext& context);
 // The cells of the row (exactly 71) for the engine's current file at `path`.
 QStringList FileRowCells(TagEngine& engine, const QString& path, int type, int rowNumber, int numberDigits);
 
@@ -99,7 +103,9 @@ bool ProgressTextDue(int i, int count);
 
 // The whole scan of `path` into `list` (LbxInput): walk, clear (without attach),
 // analyse each file with a pump and an abort test between two files, then totals and
-// the order "7,3"; after an abort the rows stay, unsorted, with empty footers.
+// the order "7,3"; after an abort the rows stay, unsorted, with empty footers. With more
+// than one reader the files are read on threads of their own (each with its own engine;
+// `engine` is then left alone) and the rows arrive in the same order with the same cells.
 ScanResult ScanFolder(DataGrid& list, const QString& path, const ScanOptions& options, TagEngine& engine,
                       const ScanHooks& hooks = {});
 
@@ -107,8 +113,10 @@ ScanResult ScanFolder(DataGrid& list, const QString& path, const ScanOptions& op
 void RebuildValueLists(const DataGrid& list, QStringList& ratings, QStringList& moods);
 
 // Re-reads the files of all rows (column Path + "/" + FileName) into new rows, without
-// checks; marks are lost. Guard: the list must not be empty.
-ScanResult UpdateList(DataGrid& list, TagEngine& engine, Prompt& prompt, const ScanHooks& hooks = {});
+// checks; marks are lost. Guard: the list must not be empty. threads: readers at once,
+// 0 = the preferences.
+ScanResult UpdateList(DataGrid& list, TagEngine& engine, Prompt& prompt, const ScanHooks& hooks = {},
+                      int threads = 0);
 // btnTab1_UpdateData: UpdateList with State().UpdateRun set.
 ScanResult btnTab1_UpdateData(DataGrid& list, TagEngine& engine, Prompt& prompt, const ScanHooks& hooks = {});
 

@@ -9,6 +9,7 @@
 #include "core/Settings.h"
 #include "file/ftcFileOps.h"
 #include "list/InputColumns.h"
+#include "list/RowKeys.h"
 #include "list/modScan.h"
 #include "output/modExport.h"
 #include "platform/PosixFile.h"
@@ -664,13 +665,13 @@ int CopyTagRowsToPlaylist(PlaylistEnv& env, const DataGrid& tagList, const DataG
     QHash<QString, int> rowOfKey;
     rowOfKey.reserve(input.Rows());
     for (int r = input.Rows(); r >= 1; --r)
-        rowOfKey.insert(input.RowKey(r), r); // the first row of a key wins
+        rowOfKey.insert(KeyIdentity(input.RowKey(r)).toString(), r); // the first row of a key wins
     int taken = 0;
     for (int row : tagList.SelectedRows()) {
         if (!tagMark.isEmpty() && tagList.CellView(row, TagCol::FTag) != tagMark)
             continue;
         const QString key = tagList.CellText(row, TagCol::KeyInput);
-        const int src = rowOfKey.value(key, 0);
+        const int src = rowOfKey.value(KeyIdentity(key).toString(), 0);
         auto from = [&](int col) { return src ? input.CellText(src, col) : QString(); };
         QString sizeByte = from(InCol::SizeByte), sizeMByte = from(InCol::SizeMByte);
         qint64 bytes = 0;

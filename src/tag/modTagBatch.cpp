@@ -6,6 +6,7 @@
 #include "core/Prompt.h"
 #include "file/modRenameJournal.h"
 #include "list/Marks.h"
+#include "list/RowKeys.h"
 #include "list/modList.h"
 #include "tag/TagEngine.h"
 #include "tag/modTagJournal.h"
@@ -75,7 +76,8 @@ int InputRowOf(TagBatch& batch, int tagRow) {
         batch.inputRows = InputRowsByKey(*batch.lbxInput);
         batch.inputRowsBuilt = true;
     }
-    const int r = batch.inputRows.value(batch.lbxTag->CellText(tagRow, TagCol::KeyInput), 0);
+    const int r =
+        batch.inputRows.value(KeyIdentity(batch.lbxTag->CellText(tagRow, TagCol::KeyInput)).toString(), 0);
     return r <= batch.lbxInput->Rows() ? r : 0;
 }
 

@@ -7,6 +7,7 @@
 #include "core/Settings.h"
 #include "list/InputColumns.h"
 #include "list/Marks.h"
+#include "list/RowKeys.h"
 #include "list/modList.h"
 #include "tag/TagEngine.h"
 
@@ -156,7 +157,7 @@ bool TransferFilterToDatalist(DataGrid& lbxTag, DataGrid& lbxInput, Prompt& prom
     for (int row = 1; row <= lbxTag.Rows(); ++row) {
         if (lbxTag.CellView(row, TagCol::FTag) != Mark::Default)
             continue;
-        const int in = byKey.value(lbxTag.CellText(row, TagCol::KeyInput), 0);
+        const int in = byKey.value(KeyIdentity(lbxTag.CellText(row, TagCol::KeyInput)).toString(), 0);
         if (in > 0)
             lbxInput.SetCellText(in, InCol::FTag, Mark::TagFilter);
     }

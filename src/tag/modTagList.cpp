@@ -5,6 +5,7 @@
 #include "core/Prompt.h"
 #include "list/InputColumns.h"
 #include "list/Marks.h"
+#include "list/RowKeys.h"
 #include "tag/TagEngine.h"
 
 using F = TagField;
@@ -349,7 +350,7 @@ QHash<QString, int> InputRowsByKey(const DataGrid& lbxInput) {
     QHash<QString, int> map;
     map.reserve(lbxInput.Rows());
     for (int r = 1; r <= lbxInput.Rows(); ++r)
-        map.insert(lbxInput.RowKey(r), r);
+        map.insert(KeyIdentity(lbxInput.RowKey(r)).toString(), r);
     return map;
 }
 

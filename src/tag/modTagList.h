@@ -131,7 +131,8 @@ UpdateSet UpdateOptionFromSetting(const QString& text);
 QString UpdateOptionToSetting(UpdateSet set);
 
 // ---- LbxInput rows ---------------------------------------------------------------------
-// Key -> row of the data list, built once per command.
+// Key identity (KeyIdentity of list/RowKeys.h) -> row of the data list, built once per
+// command; look a KeyInput cell up by its identity.
 QHash<QString, int> InputRowsByKey(const DataGrid& lbxInput);
 // Rewrites the tag cells (columns HasTag to Mood) of one data list row from the
 // current file of the engine (OpenFile must have been called for that row's file).

@@ -123,6 +123,7 @@ private slots:
             {"chbPref_RenamePreview", {Ini::RenamePreview, Ini::Col1}},
             {"chbPref_OptimalColumnWidth", {Ini::OptimalColumnWidth, Ini::Col1}},
             {"chbPref_Picformat", {Ini::Picformat, Ini::Col1}},
+            {"chbPref_ScanOneThread", {Ini::ScanOneThread, Ini::Col1}},
             {"chbPref_TTText", {Ini::ToolTips, Ini::Col1}}};
         for (const auto& [name, cell] : boxes) {
             auto* box = Control<QCheckBox>(p, QString::fromLatin1(name));

@@ -12,6 +12,8 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "list/InputColumns.h"
+#include "list/ftcReadPool.h"
+#include "list/modRefresh.h"
 #include "tag/TagEngine.h"
 #include "tag/modTagUpdate.h"
 
@@ -267,6 +269,53 @@ private slots:
         QVERIFY(!p->prgBar->isVisible());
         QVERIFY(!list.IsLocked());
         QVERIFY(p->btnTab1_GetFiles->isEnabled());
+    }
+
+    // The refresh reads only what changed and keeps the marks; the preference of one
+    // reader makes the scan read on this thread alone.
+    void refreshByButton() {
+        GuiProgram g;
+        QVERIFY(g.Start());
+        g.window->show();
+        QTemporaryDir tmp;
+        QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/a.mp3"));
+        QVERIFY(CopyFixture("tone.flac", tmp.path() + "/b.flac"));
+        QVERIFY(CopyFixture("tone.ogg", tmp.path() + "/c.ogg"));
+        ScanPanel* p = g.window->scanPanel;
+        QVERIFY(p->btnTab1_RefreshData->isVisible());
+        p->OpenFolderPane();
+        QVERIFY(p->folders->ShowFolder(tmp.path()));
+        QTest::mouseClick(p->btnTab1_GetFiles, Qt::LeftButton);
+        DataGrid& list = Grids::LbxInput();
+        QCOMPARE(list.Rows(), 3);
+        for (int r = 1; r <= 3; ++r)
+            list.SetCellText(r, InCol::FTag, QStringLiteral("keep"));
+        QFile grow(tmp.path() + "/a.mp3");
+        QVERIFY(grow.open(QIODevice::Append));
+        grow.write(QByteArray(512, '\0'));
+        grow.close();
+        QVERIFY(QFile::remove(tmp.path() + "/c.ogg"));
+        QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/new.mp3"));
+        QTest::mouseClick(p->btnTab1_RefreshData, Qt::LeftButton);
+        QCOMPARE(list.Rows(), 3);
+        const int a = list.FindRow("a.mp3", InCol::FileName);
+        QCOMPARE(list.CellText(a, InCol::SizeByte), QString::number(QFileInfo(tmp.path() + "/a.mp3").size()));
+        QCOMPARE(list.CellText(a, InCol::FTag), QStringLiteral("keep"));
+        QCOMPARE(list.CellText(list.FindRow("b.flac", InCol::FileName), InCol::FTag), QStringLiteral("keep"));
+        QCOMPARE(list.CellText(list.FindRow("c.ogg", InCol::FileName), InCol::FTag),
+                 QStringLiteral("_#-/-> keep"));
+        QCOMPARE(int(g.prompt.shown.size()), 1); // the missing file is told
+        QCOMPARE(g.prompt.shown.back().icon, Prompt::Icon::Warning);
+        QVERIFY(g.prompt.LastText().contains(Caption(CapRefreshReread) + "1"));
+        QVERIFY(g.prompt.LastText().contains(Caption(CapMissingFiles) + "1"));
+        QVERIFY(!State().ScanRunning);
+        QVERIFY(!list.IsLocked());
+        QVERIFY(p->btnTab1_RefreshData->isEnabled());
+
+        SetSettingOn(Ini::ScanOneThread, Ini::Col1, true);
+        QCOMPARE(ScanReadThreads(), 1);
+        SetSettingOn(Ini::ScanOneThread, Ini::Col1, false);
+        QVERIFY(ScanReadThreads() >= 1);
     }
 
     void treeIsLazyAndSorted() {
