@@ -12,6 +12,7 @@ RefShortcutCommands* g_ref = nullptr;
 
 constexpr int kPlayerTab = 4; // TabInput1_Sub2: the player
 constexpr int kRenameTab = 2; // TabInput1_Sub2: the rename commands
+constexpr int kRatings = 6;   // lbxRating has six rows
 
 bool IsDigit(int key) {
     return key >= Vk::D0 && key <= Vk::D9;
@@ -69,6 +70,9 @@ bool InputCtrl(InputShortcutCommands& c, int key) {
     case 'Z':
         c.TakeMarkOfCurrentRow();
         return true;
+    case 'O':
+        c.FitColumns();
+        return true;
     default:
         return false;
     }
@@ -116,6 +120,10 @@ bool InputKey(InputShortcutCommands& c, int key, int shift) {
         return false;
     }
     if (shift == KeyMask::CtrlShift) {
+        if (IsDigit(key) && DigitRow(key) <= kRatings) {
+            c.SetRatingMood(false, DigitRow(key));
+            return true;
+        }
         if (key == 'C') {
             c.SelectSub2(kRenameTab);
             if (c.ChooseCut())
@@ -146,6 +154,10 @@ bool InputKey(InputShortcutCommands& c, int key, int shift) {
         else
             return false;
         c.RunFileCommand();
+        return true;
+    }
+    if (shift == KeyMask::CtrlAlt && IsDigit(key)) {
+        c.SetRatingMood(true, DigitRow(key));
         return true;
     }
     if (shift == KeyMask::Ctrl)
@@ -193,6 +205,12 @@ bool RefKey(RefShortcutCommands& c, int key, int shift) {
         return true;
     case 'D':
         c.DeleteRows();
+        return true;
+    case 'E':
+        c.ExportList();
+        return true;
+    case 'O':
+        c.FitColumns();
         return true;
     case 'F':
         c.EraseMarks();
