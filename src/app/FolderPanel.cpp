@@ -130,6 +130,10 @@ void FolderPanel::RunMenuKey(const QString& key, QTreeWidgetItem* item) {
                                                                    : RemoveFavoriteFolder(Settings(), folder);
         if (changed)
             FillFavorites();
+        // The tree of a favourite that is gone gives way to the tree of its volume.
+        if (changed && Folderview->topLevelItemCount() > 0 && !IsFavoriteFolder(Settings(), folder) &&
+            Folderview->topLevelItem(0)->data(0, kPathRole).toString() == folder)
+            ShowFolder(folder);
     } else if (key == QLatin1String("DirUpdate") && node) {
         Folderview->setCurrentItem(node);
         Choose(node);
@@ -195,7 +199,9 @@ bool FolderPanel::SetDrive(const QString& rootPath) {
     Drive1->setCurrentIndex(i);
     Folderview->clear();
     m_clicked.clear();
-    QTreeWidgetItem* root = MakeNode(rootPath, Drive1->itemText(i));
+    // A favourite's tree starts with its folder as it is.
+    const bool favorite = Drive1->itemData(i, kFavoriteRole).toBool();
+    QTreeWidgetItem* root = MakeNode(rootPath, favorite ? rootPath : Drive1->itemText(i));
     Folderview->addTopLevelItem(root);
     root->setExpanded(true);
     return true;

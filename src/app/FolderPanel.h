@@ -56,6 +56,9 @@ public:
     // The rows of the data list in a folder (the scan panel answers); unset: none.
     std::function<int(const QString& folder)> rowsOfFolder;
 
+    // The favourite folders behind the volumes of Drive1 (again after a change of language).
+    void FillFavorites();
+
     // The display text of a volume in Drive1.
     static QString DriveText(const QString& rootPath, const QString& name);
 
@@ -73,7 +76,6 @@ private:
     QTreeWidgetItem* MakeNode(const QString& path, const QString& text);
     void Choose(QTreeWidgetItem* item);
     void ShowMenu(const QPoint& at);
-    void FillFavorites();
     QString m_clicked;
     QString m_startFolder;
 };

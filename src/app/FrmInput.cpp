@@ -3,6 +3,7 @@
 #include "app/DataGridView.h"
 #include "app/FilesPanel.h"
 #include "app/FindFilterPanel.h"
+#include "app/FolderPanel.h"
 #include "app/FrmCap.h"
 #include "app/FrmPictures.h"
 #include "app/FrmPlaylist.h"
@@ -256,6 +257,7 @@ void FrmInput::LanguageChanged() {
     SetGridHeaders();
     pageData->LbxInput->SetMinWidthsFromCaptions(3);
     renamePanel->FillTextInTag();
+    scanPanel->folders->FillFavorites();
     SetCaptions();
     ShowTotals(); // footers and sums in the new language's numbers
     if (m_cap) {

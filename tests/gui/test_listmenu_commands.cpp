@@ -327,9 +327,18 @@ private slots:
         QVERIFY(f->Drive1->findData(songs) >= 0);
         QCOMPARE(f->Drive1->itemText(f->Drive1->findData(songs)), Caption(CapFavoriteDrive) + songs);
         QVERIFY(!choose("AddToFavorite"));
+        // Chosen in the volume list, it shows its own tree.
+        f->Drive1->setFocus();
+        QTest::keyClick(f->Drive1, Qt::Key_End); // the favourites stand last
+        QCOMPARE(tree->topLevelItem(0)->text(0), songs);
+        QVERIFY(f->ShowFolder(songs));
+        QCOMPARE(tree->currentItem(), tree->topLevelItem(0));
         QVERIFY(choose("RemFromFavorite"));
         QVERIFY(Setting(Ini::FavoriteFirst, Ini::FavoriteCol).isEmpty());
         QCOMPARE(f->Drive1->findData(songs), -1);
+        // The folder shows again in the tree of its volume.
+        QCOMPARE(f->SelectedFolder(), songs);
+        QVERIFY(tree->topLevelItem(0)->data(0, Qt::UserRole).toString() != songs);
         // Read the folder; then its rows go, and come back read again.
         QVERIFY(!CopyFixture(QStringLiteral("tone.mp3"), songs, QStringLiteral("Abba - SOS.mp3")).isEmpty());
         QVERIFY(!choose("DirRem")); // no rows of the folder yet
