@@ -168,6 +168,73 @@ private slots:
         QVERIFY(none.Find(QStringLiteral("Rem_F")));
     }
 
+    // An entry is enabled only when its command can run.
+    void enabledFollowsWhatCanRun() {
+        InputMenuState s = SomeRows(2);
+        ContextMenuEntries m = BuildInputMenu(s, &KeyCaption);
+        for (const char* k : {"album", "RemQ", "RemM", "LinkToTag"})
+            QVERIFY2(!m.Find(QLatin1String(k))->enabled, k);
+        for (const char* k : {"QIn00", "MIn00", "RandomChoice", "ColsFrm", "NameToTag", "TextToTags",
+                              "SetAlbum", "SingleFile01", "SingleFile02", "SingleFile03"})
+            QVERIFY2(m.Find(QLatin1String(k))->enabled, k);
+        s.currentHasAlbum = true;
+        s.anyRating = true;
+        s.anyMood = true;
+        s.hasCurrentRow = true;
+        m = BuildInputMenu(s, &KeyCaption);
+        for (const char* k : {"album", "RemQ", "RemM", "LinkToTag"})
+            QVERIFY2(m.Find(QLatin1String(k))->enabled, k);
+        // "As in the column window" needs a pattern in use.
+        s.activePattern = 1; // a free slot
+        QVERIFY(!BuildInputMenu(s, &KeyCaption).Find(QStringLiteral("ColsFrm"))->enabled);
+        s.activePattern = -1;
+        QVERIFY(!BuildInputMenu(s, &KeyCaption).Find(QStringLiteral("ColsFrm"))->enabled);
+
+        RefMenuState r;
+        r.rows = 2;
+        r.highlighted = 1;
+        ContextMenuEntries ref = BuildRefMenu(r, &KeyCaption);
+        for (const char* k : {"Rem_F", "ColsPreset", "CMD"})
+            QVERIFY2(!ref.Find(QLatin1String(k))->enabled, k);
+        for (const char* k : {"ColsAll", "ColsFrm", "optCol", "Copy", "Move", "Delete", "dEditOn"})
+            QVERIFY2(ref.Find(QLatin1String(k))->enabled, k);
+        r.anyFound = r.hasPreset = r.hasCurrentRow = true;
+        ref = BuildRefMenu(r, &KeyCaption);
+        for (const char* k : {"Rem_F", "ColsPreset", "CMD"})
+            QVERIFY2(ref.Find(QLatin1String(k))->enabled, k);
+    }
+
+    void folderMenu() {
+        FolderMenuState s;
+        ContextMenuEntries m = BuildFolderMenu(s, &KeyCaption);
+        const QStringList keys{
+            QStringLiteral("UpdateDrivelist"), QStringLiteral("UpdateFolders"),   QStringLiteral("Line"),
+            QStringLiteral("AddToFavorite"),   QStringLiteral("RemFromFavorite"), QStringLiteral("Line1"),
+            QStringLiteral("DirUpdate"),       QStringLiteral("DirRem"),          QStringLiteral("DirUpd")};
+        QCOMPARE(m.Keys(), keys);
+        QCOMPARE(m.Find(QStringLiteral("Line"))->caption, QStringLiteral("-"));
+        // No folder under the mouse: only the refreshes.
+        for (const char* k : {"AddToFavorite", "RemFromFavorite", "DirUpdate", "DirRem", "DirUpd"})
+            QVERIFY2(!m.Find(QLatin1String(k))->enabled, k);
+        QVERIFY(m.Find(QStringLiteral("UpdateDrivelist"))->enabled);
+        s.folder = QStringLiteral("/m/a");
+        m = BuildFolderMenu(s, &KeyCaption);
+        QVERIFY(m.Find(QStringLiteral("AddToFavorite"))->enabled);
+        QVERIFY(!m.Find(QStringLiteral("RemFromFavorite"))->enabled);
+        QVERIFY(m.Find(QStringLiteral("DirUpdate"))->enabled);
+        QVERIFY(!m.Find(QStringLiteral("DirRem"))->enabled); // no rows of the folder
+        s.favorite = true;
+        s.rowsOfFolder = 2;
+        m = BuildFolderMenu(s, &KeyCaption);
+        QVERIFY(!m.Find(QStringLiteral("AddToFavorite"))->enabled);
+        QVERIFY(m.Find(QStringLiteral("RemFromFavorite"))->enabled);
+        QVERIFY(m.Find(QStringLiteral("DirRem"))->enabled);
+        QVERIFY(m.Find(QStringLiteral("DirUpd"))->enabled);
+        s.favorite = false;
+        s.favoritesFull = true;
+        QVERIFY(!BuildFolderMenu(s, &KeyCaption).Find(QStringLiteral("AddToFavorite"))->enabled);
+    }
+
     void keyNumbers() {
         QCOMPARE(MenuKeyNumber(QStringLiteral("Mark07"), QStringLiteral("Mark")), 7);
         QCOMPARE(MenuKeyNumber(QStringLiteral("Mark"), QStringLiteral("Mark")), -1);

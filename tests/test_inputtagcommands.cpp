@@ -191,6 +191,59 @@ private slots:
         QCOMPARE(e.V2Conductor(), path);
         QVERIFY(list.CellText(row, InCol::TagComposer).isEmpty());
     }
+
+    // Rating and mood into the program's user frames, the cells following; an empty
+    // value removes the frame; a WMA file takes them in its own fields.
+    void ratingAndMood() {
+        QVERIFY(
+            !Song(QStringLiteral("r1.mp3"), QStringLiteral("R"), QStringLiteral("One"), QString()).isEmpty());
+        const QString wma = dir.filePath(QStringLiteral("r2.wma"));
+        QFile::remove(wma);
+        QVERIFY(QFile::copy(FixtureDir() + QStringLiteral("/tone.wma"), wma));
+        QFile::setPermissions(wma, QFile::ReadOwner | QFile::WriteOwner);
+        Rows();
+        ListEnv env(prompt);
+        TagEngine& e = TagEngine::Shared();
+        const int mp3 = list.FindRow(QStringLiteral("r1.mp3"), InCol::FileName);
+        const int wmaRow = list.FindRow(QStringLiteral("r2.wma"), InCol::FileName);
+        list.ClearSelection();
+        list.SetSelected(mp3, true);
+        list.SetSelected(wmaRow, true);
+        TagCommandResult r = SetRatingMoodRows(list, false, QStringLiteral("****"), QString(), true, e, env);
+        QCOMPARE(r.done, 2);
+        r = SetRatingMoodRows(list, true, QStringLiteral("calm"), QString(), true, e, env);
+        QCOMPARE(r.done, 2);
+        QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("r1.mp3"))) != 0);
+        QCOMPARE(e.V2Rating(), QStringLiteral("****"));
+        QCOMPARE(e.V2Mood(), QStringLiteral("calm"));
+        QCOMPARE(list.CellText(mp3, InCol::Rating), QStringLiteral("****"));
+        QCOMPARE(list.CellText(mp3, InCol::Mood), QStringLiteral("calm"));
+        QVERIFY(e.OpenFile(wma) != 0);
+        QCOMPARE(e.WmaRating(), QStringLiteral("****"));
+        QCOMPARE(list.CellText(wmaRow, InCol::Mood), QStringLiteral("calm"));
+        // A second rating replaces the first.
+        r = SetRatingMoodRows(list, false, QStringLiteral("*"), QString(), true, e, env);
+        QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("r1.mp3"))) != 0);
+        QCOMPARE(e.V2Rating(), QStringLiteral("*"));
+        // Removing: no QLT frame is left, the mood stays.
+        r = SetRatingMoodRows(list, false, QString(), QString(), true, e, env);
+        QCOMPARE(r.done, 2);
+        QVERIFY(e.OpenFile(dir.filePath(QStringLiteral("r1.mp3"))) != 0);
+        for (int i = 1; i <= e.UserFrameCount(); ++i)
+            QVERIFY(!e.UserFrameText(i).startsWith(QLatin1String("QLT")));
+        QCOMPARE(e.V2Mood(), QStringLiteral("calm"));
+        QVERIFY(list.CellText(mp3, InCol::Rating).isEmpty());
+        QVERIFY(e.OpenFile(wma) != 0);
+        QVERIFY(e.WmaRating().isEmpty());
+        QCOMPARE(e.WmaMood(), QStringLiteral("calm"));
+        // The album column of each tag set.
+        QCOMPARE(AlbumColumnOfSet(1), int(InCol::Tg1Album));
+        QCOMPARE(AlbumColumnOfSet(2), int(InCol::TagAlbum));
+        QCOMPARE(AlbumColumnOfSet(0), int(InCol::TagAlbum));
+        QCOMPARE(AlbumColumnOfSet(3), int(InCol::TagApeAlbum));
+        QCOMPARE(AlbumColumnOfSet(4), int(InCol::TagLyricsAlbum));
+        QCOMPARE(AlbumColumnOfSet(5), int(InCol::TagTypAlbum));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestInputTagCommands)

@@ -68,3 +68,7 @@ QString InputMenuCaption(const QString& key) {
 QString RefMenuCaption(const QString& key) {
     return NamedCaption(QStringLiteral("mnuRef_") + key);
 }
+
+QString FolderMenuCaption(const QString& key) {
+    return NamedCaption(QStringLiteral("mnuFolder_") + key);
+}

@@ -15,3 +15,4 @@ QString ExecContextMenu(QWidget* parent, const ContextMenuEntries& entries, cons
 // The caption of a menu key from the control table: objectName prefix + key.
 QString InputMenuCaption(const QString& key);
 QString RefMenuCaption(const QString& key);
+QString FolderMenuCaption(const QString& key);

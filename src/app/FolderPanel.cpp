@@ -1,5 +1,6 @@
 #include "app/FolderPanel.h"
 
+#include "app/ContextMenuView.h"
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
 #include "core/CaptionRows.h"
@@ -7,6 +8,7 @@
 #include "core/Prompt.h"
 #include "core/SettingRows.h"
 #include "core/Settings.h"
+#include "list/modFolderRows.h"
 #include "platform/FolderWalk.h"
 #include "platform/Volumes.h"
 
@@ -16,7 +18,6 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QMenu>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -24,6 +25,7 @@
 namespace {
 constexpr int kPathRole = Qt::UserRole;
 constexpr int kFilledRole = Qt::UserRole + 1;
+constexpr int kFavoriteRole = Qt::UserRole + 2; // an entry of Drive1 that is a favourite folder
 } // namespace
 
 FolderPanel::FolderPanel(QWidget* parent) : QWidget(parent) {
@@ -71,11 +73,7 @@ FolderPanel::FolderPanel(QWidget* parent) : QWidget(parent) {
             m_clicked.clear(); // no node chosen: nothing to read
     });
     Folderview->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(Folderview, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
-        QMenu* menu = MakeContextMenu(Folderview->itemAt(at));
-        menu->exec(Folderview->viewport()->mapToGlobal(at));
-        delete menu;
-    });
+    connect(Folderview, &QWidget::customContextMenuRequested, this, &FolderPanel::ShowMenu);
     connect(Drive1, &QComboBox::activated, this, [this](int i) { SetDrive(Drive1->itemData(i).toString()); });
     connect(btnTab1_CloseFolderview, &QPushButton::clicked, this, &FolderPanel::closeRequested);
     connect(chbTab1_CloseFolderView, &QCheckBox::toggled, this, [](bool on) {
@@ -95,38 +93,71 @@ void FolderPanel::Choose(QTreeWidgetItem* item) {
     emit folderChosen(m_clicked);
 }
 
-QMenu* FolderPanel::MakeContextMenu(QTreeWidgetItem* item) {
-    auto* menu = new QMenu(this);
-    menu->setObjectName(QStringLiteral("mnuFolder"));
-    auto add = [&](const char* key, auto slot) {
-        const QString name = QStringLiteral("mnuFolder_") + QLatin1String(key);
-        QAction* a = menu->addAction(UiText(name, QStringLiteral("text")));
-        a->setObjectName(name);
-        connect(a, &QAction::triggered, this, slot);
-        return a;
-    };
-    add("UpdateDrivelist", [this] {
+FolderMenuState FolderPanel::MenuState(QTreeWidgetItem* item) const {
+    FolderMenuState st;
+    QTreeWidgetItem* node = item ? item : Folderview->currentItem();
+    if (node)
+        st.folder = node->data(0, kPathRole).toString();
+    st.favorite = IsFavoriteFolder(Settings(), st.folder);
+    st.favoritesFull = FavoriteFolders(Settings()).size() >= kMaxFavoriteFolders;
+    st.rowsOfFolder = rowsOfFolder && !st.folder.isEmpty() ? rowsOfFolder(st.folder) : 0;
+    return st;
+}
+
+void FolderPanel::ShowMenu(const QPoint& at) {
+    QTreeWidgetItem* item = Folderview->itemAt(at);
+    const ContextMenuEntries entries = BuildFolderMenu(MenuState(item), &FolderMenuCaption);
+    const QString key = ExecContextMenu(Folderview, entries, Folderview->viewport()->mapToGlobal(at),
+                                        QStringLiteral("mnuFolder"));
+    RunMenuKey(key, item);
+}
+
+void FolderPanel::RunMenuKey(const QString& key, QTreeWidgetItem* item) {
+    QTreeWidgetItem* node = item ? item : Folderview->currentItem();
+    const QString folder = node ? node->data(0, kPathRole).toString() : QString();
+    if (key == QLatin1String("UpdateDrivelist")) {
         const QString keep = SelectedFolder();
         FillDrives();
         if (!keep.isEmpty())
             ShowFolder(keep);
-    });
-    QTreeWidgetItem* node = item ? item : Folderview->currentItem();
-    add("UpdateFolders", [this, node] {
+    } else if (key == QLatin1String("UpdateFolders")) {
         if (node)
             RefreshNode(node);
         else if (Folderview->topLevelItemCount() > 0)
             RefreshNode(Folderview->topLevelItem(0));
-    });
-    if (node) {
-        menu->addSeparator();
-        add("DirUpdate", [this, node] {
-            Folderview->setCurrentItem(node);
-            Choose(node);
-            emit readFolderRequested(node->data(0, kPathRole).toString());
-        });
+    } else if (key == QLatin1String("AddToFavorite") || key == QLatin1String("RemFromFavorite")) {
+        const bool changed = key == QLatin1String("AddToFavorite") ? AddFavoriteFolder(Settings(), folder)
+                                                                   : RemoveFavoriteFolder(Settings(), folder);
+        if (changed)
+            FillFavorites();
+        // The tree of a favourite that is gone gives way to the tree of its volume.
+        if (changed && Folderview->topLevelItemCount() > 0 && !IsFavoriteFolder(Settings(), folder) &&
+            Folderview->topLevelItem(0)->data(0, kPathRole).toString() == folder)
+            ShowFolder(folder);
+    } else if (key == QLatin1String("DirUpdate") && node) {
+        Folderview->setCurrentItem(node);
+        Choose(node);
+        emit readFolderRequested(folder);
+    } else if (key == QLatin1String("DirRem") && !folder.isEmpty()) {
+        emit removeRowsRequested(folder);
+    } else if (key == QLatin1String("DirUpd") && !folder.isEmpty()) {
+        emit rereadRowsRequested(folder);
     }
-    return menu;
+}
+
+void FolderPanel::FillFavorites() {
+    // The favourites follow the volumes; the entry shown stays chosen.
+    const QString keep = CurrentDrive();
+    for (int i = Drive1->count() - 1; i >= 0; --i)
+        if (Drive1->itemData(i, kFavoriteRole).toBool())
+            Drive1->removeItem(i);
+    for (const QString& f : FavoriteFolders(Settings())) {
+        Drive1->addItem(Caption(CapFavoriteDrive) + f, f);
+        Drive1->setItemData(Drive1->count() - 1, true, kFavoriteRole);
+    }
+    const int i = Drive1->findData(keep);
+    if (i >= 0)
+        Drive1->setCurrentIndex(i);
 }
 
 QString FolderPanel::DriveText(const QString& rootPath, const QString& name) {
@@ -143,6 +174,7 @@ void FolderPanel::FillDrives() {
     }
     if (Drive1->count() == 0)
         Drive1->addItem(DriveText(QStringLiteral("/"), QStringLiteral("/")), QStringLiteral("/"));
+    FillFavorites();
     const int i = Drive1->findData(keep);
     Drive1->setCurrentIndex(i >= 0 ? i : 0);
 }
@@ -167,7 +199,9 @@ bool FolderPanel::SetDrive(const QString& rootPath) {
     Drive1->setCurrentIndex(i);
     Folderview->clear();
     m_clicked.clear();
-    QTreeWidgetItem* root = MakeNode(rootPath, Drive1->itemText(i));
+    // A favourite's tree starts with its folder as it is.
+    const bool favorite = Drive1->itemData(i, kFavoriteRole).toBool();
+    QTreeWidgetItem* root = MakeNode(rootPath, favorite ? rootPath : Drive1->itemText(i));
     Folderview->addTopLevelItem(root);
     root->setExpanded(true);
     return true;
@@ -247,6 +281,9 @@ bool FolderPanel::ShowFolder(const QString& folder) {
     // The volume whose root is the longest prefix of the folder.
     QString best;
     for (int i = 0; i < Drive1->count(); ++i) {
+        // A favourite holds the folder only while its own tree is shown.
+        if (Drive1->itemData(i, kFavoriteRole).toBool() && i != Drive1->currentIndex())
+            continue;
         const QString r = Drive1->itemData(i).toString();
         const bool under = clean == r || r == QLatin1String("/") || clean.startsWith(r + QLatin1Char('/'));
         if (under && r.size() > best.size())

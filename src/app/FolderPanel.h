@@ -2,13 +2,17 @@
 // The folder pane of the data area: the volume list Drive1 and the folder tree
 // Folderview of the chosen volume. The tree lists folders only, sorted by their
 // upper-cased names, and reads a folder's children each time it is expanded, so that
-// folders made while the program runs appear. Its context menu refreshes the volumes
-// and the folders, and reads the folder under the mouse.
+// folders made while the program runs appear. The favourite folders stand in Drive1
+// behind the volumes, each showing its own tree. The context menu refreshes the volumes
+// and the folders, keeps the favourites, reads the folder under the mouse, and removes or
+// reads again the rows of the data list that lie in it.
 
 #include <QString>
 #include <QWidget>
+#include <functional>
 
 class Prompt;
+struct FolderMenuState;
 class QCheckBox;
 class QComboBox;
 class QMenu;
@@ -47,8 +51,15 @@ public:
     // The folder shown at the start (the stored one or home): visible when the pane opens.
     void ScrollToStart();
 
-    // The context menu of the tree for the node `item` (may be null); the caller owns it.
-    QMenu* MakeContextMenu(QTreeWidgetItem* item);
+    // The context menu of the tree for the node `item` (may be null): what it is built
+    // from, and the command of a chosen key.
+    FolderMenuState MenuState(QTreeWidgetItem* item) const;
+    void RunMenuKey(const QString& key, QTreeWidgetItem* item);
+    // The rows of the data list in a folder (the scan panel answers); unset: none.
+    std::function<int(const QString& folder)> rowsOfFolder;
+
+    // The favourite folders behind the volumes of Drive1 (again after a change of language).
+    void FillFavorites();
 
     // The display text of a volume in Drive1.
     static QString DriveText(const QString& rootPath, const QString& name);
@@ -58,11 +69,15 @@ signals:
     void closeRequested();
     // "Read folder" of the context menu: the folder is to be scanned at once.
     void readFolderRequested(const QString& path);
+    // The rows of the folder are to leave the data list, or to be read again.
+    void removeRowsRequested(const QString& path);
+    void rereadRowsRequested(const QString& path);
 
 private:
     void FillChildren(QTreeWidgetItem* item);
     QTreeWidgetItem* MakeNode(const QString& path, const QString& text);
     void Choose(QTreeWidgetItem* item);
+    void ShowMenu(const QPoint& at);
     QString m_clicked;
     QString m_startFolder;
 };

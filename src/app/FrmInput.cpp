@@ -281,6 +281,7 @@ void FrmInput::LanguageChanged() {
     SetGridHeaders();
     pageData->LbxInput->SetMinWidthsFromCaptions(3);
     renamePanel->FillTextInTag();
+    scanPanel->folders->FillFavorites();
     SetCaptions();
     ShowTotals(); // footers and sums in the new language's numbers
     if (m_cap) {

@@ -5,6 +5,7 @@
 #include "list/modContextMenu.h"
 
 #include <QObject>
+#include <functional>
 
 class FrmInput;
 
@@ -17,12 +18,20 @@ public:
     ContextMenuEntries Build() const;
     // Runs the command of `key`; an empty or unknown key runs nothing.
     void RunKey(const QString& key);
+    // The file picker of LinkToTag (start folder in, chosen file out); tests replace it.
+    std::function<QString(const QString& startFolder)> chooseLinkFile;
 
 private:
     void Show(const QPoint& at);
     void SetMarkOfHighlighted(const QString& mark);
     void RemoveMarkOfHighlighted(const QString& mark, bool all);
     void HighlightType(const QString& type);
+    void LinkCurrentRow();
+    bool RunRefFileKey(const QString& key);
     FrmInput* m_window;
     InputMenuState m_shown; // the state the last menu was built from
 };
+
+// The rating (or, with `mood`, the mood) `value` into the files of the highlighted rows
+// of the data list; an empty value removes it. The menu and the keys of the list use it.
+void SetRatingMoodOfHighlighted(FrmInput* window, bool mood, const QString& value);

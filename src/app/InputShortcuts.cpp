@@ -6,6 +6,7 @@
 #include "app/FrmSongtext.h"
 #include "app/InputDataPage.h"
 #include "app/InputListEnv.h"
+#include "app/InputListMenu.h"
 #include "app/ListProgressBar.h"
 #include "app/ListsPanel.h"
 #include "app/MarksPanel.h"
@@ -21,6 +22,7 @@
 #include "core/Settings.h"
 #include "list/InputColumns.h"
 #include "list/modContextMenu.h"
+#include "list/modListColumns.h"
 #include "list/modListRemove.h"
 #include "list/modMarks.h"
 #include "platform/Shell.h"
@@ -216,6 +218,21 @@ void InputShortcuts::RunRename() {
     m_window->renamePanel->btnTab1_Sub2_3_OK_Click();
 }
 
+void InputShortcuts::SetRatingMood(bool mood, int row) {
+    const int first = mood ? Ini::MoodFirst : Ini::RatingFirst;
+    const int last = mood ? Ini::MoodLast : Ini::RatingLast;
+    if (first + row - 1 > last)
+        return;
+    const QString value = Settings().CellText(first + row - 1, mood ? Ini::MoodCol : Ini::RatingCol);
+    // An empty row of the list sets nothing: removing is the menu's "Remove".
+    if (!value.isEmpty())
+        SetRatingMoodOfHighlighted(m_window, mood, value);
+}
+
+void InputShortcuts::FitColumns() {
+    FitAllColumns(Grids::LbxInput());
+}
+
 void InputShortcuts::FocusList() {
     m_window->pageData->LbxInput->table()->setFocus();
 }
@@ -295,6 +312,14 @@ void RefShortcuts::OpenCurrentFile() {
     const int r = ref.CurRow();
     if (r >= 1 && r <= ref.Rows())
         TheShell().Open(ref.CellText(r, RefCol::Path) + u'/' + ref.CellText(r, RefCol::FileName));
+}
+
+void RefShortcuts::ExportList() {
+    m_window->refPanel->ExportClick();
+}
+
+void RefShortcuts::FitColumns() {
+    FitAllColumns(Grids::LbxRef());
 }
 
 void RefShortcuts::FocusList() {

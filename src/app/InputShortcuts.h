@@ -41,6 +41,8 @@ public:
     bool ListEmpty() const override;
     bool ChooseCut() override;
     void RunRename() override;
+    void SetRatingMood(bool mood, int row) override;
+    void FitColumns() override;
     void FocusList() override;
 
 private:
@@ -69,6 +71,8 @@ public:
     void EraseMarks() override;
     void RemoveEntries() override;
     void OpenCurrentFile() override;
+    void ExportList() override;
+    void FitColumns() override;
     void FocusList() override;
 
 private:

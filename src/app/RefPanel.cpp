@@ -16,11 +16,13 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "file/ftcFileOps.h"
+#include "list/modColumnPatterns.h"
 #include "list/modContextMenu.h"
 #include "list/modList.h"
 #include "list/modListEnv.h"
 #include "list/modMarks.h"
 #include "output/modExport.h"
+#include "platform/Shell.h"
 #include "playlist/modPlaylistPlay.h"
 #include "ref/RefColumns.h"
 #include "ref/modRef.h"
@@ -395,11 +397,16 @@ void RefPanel::ShowListMenu(const QPoint& at) {
         if (!mark.isEmpty() && !state.presentMarks.contains(mark))
             state.presentMarks << mark;
     }
+    state.directEdit = m_directEdit && m_directEdit->isChecked();
+    for (int r = 1; r <= state.rows && !state.anyFound; ++r)
+        state.anyFound = !list.CellView(r, RefCol::TF).isEmpty();
+    state.hasPreset = !Setting(Ini::ShowColumnRefPattern, Ini::Col1).isEmpty();
+    state.hasCurrentRow = list.CurRow() >= 1 && list.CurRow() <= state.rows;
     ContextMenuEntries entries = BuildRefMenu(state, &RefMenuCaption);
-    // The direct edit, the column presets and the file commands of this list come later.
-    entries.DisableKeys({QStringLiteral("dEditOn"), QStringLiteral("dEditOff"), QStringLiteral("ColsAll"),
-                         QStringLiteral("ColsPreset"), QStringLiteral("Rem_F"), QStringLiteral("CMD"),
-                         QStringLiteral("Copy"), QStringLiteral("Move"), QStringLiteral("Delete")});
+    if (!m_directEdit)
+        entries.DisableKeys({QStringLiteral("dEditOn"), QStringLiteral("dEditOff")});
+    if (!windowMenuKey)
+        entries.DisableKeys({QStringLiteral("Copy"), QStringLiteral("Move"), QStringLiteral("Delete")});
     const QString key = ExecContextMenu(
         LbxRef->table(), entries, LbxRef->table()->viewport()->mapToGlobal(at), QStringLiteral("mnuRef"));
     RunMenuKey(key, state);
@@ -432,5 +439,32 @@ void RefPanel::RunMenuKey(const QString& key, const RefMenuState& state) {
         ShowSums();
     } else if (key == QLatin1String("optCol") || key == QLatin1String("ColsFrm")) {
         ShowColumnWindow()->Open();
+    } else if (key == QLatin1String("ColsAll")) {
+        ApplyRefPattern(list, QString(list.Cols(), u'1'));
+    } else if (key == QLatin1String("ColsPreset")) {
+        ApplyRefPattern(list, Setting(Ini::ShowColumnRefPattern, Ini::Col1));
+    } else if (key == QLatin1String("Rem_F")) {
+        ClearFoundRemarks(list);
+    } else if (key == QLatin1String("CMD")) {
+        const int r = list.CurRow();
+        if (r >= 1 && r <= list.Rows())
+            TheShell().Open(list.CellText(r, RefCol::Path));
+    } else if ((key == QLatin1String("dEditOn") || key == QLatin1String("dEditOff")) && m_directEdit) {
+        m_directEdit->setChecked(key == QLatin1String("dEditOn"));
+    } else if (windowMenuKey) {
+        windowMenuKey(key);
     }
+}
+
+void RefPanel::SetDirectEditBox(QCheckBox* box) {
+    m_directEdit = box;
+    connect(box, &QCheckBox::toggled, this, [this](bool on) {
+        if (!on) {
+            LbxRef->SetCellEditing({}, {});
+            return;
+        }
+        // Remark and mark are the list's own; the other cells describe the file.
+        LbxRef->SetCellEditing([](int, int col) { return col == RefCol::Remark || col == RefCol::FTag; },
+                               [](int, int, QString&) { return true; });
+    });
 }

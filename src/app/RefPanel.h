@@ -67,13 +67,19 @@ public:
     std::function<QString(const QString& startFolder)> chooseExportFile;
     // FrmShowColumnRef, made at first use (the list's menu entry "Columns").
     class FrmShowColumnRef* ShowColumnWindow();
+    // The direct edit switch of the data area: while it is on, remark and mark of the
+    // rows are edited in place. The window hands it over.
+    void SetDirectEditBox(QCheckBox* box);
+    // The menu keys whose commands the window runs (the file commands); true when run.
+    std::function<bool(const QString& key)> windowMenuKey;
+    // btnTab1_RefExport; the key Ctrl+E of the list runs it too.
+    void ExportClick();
 
 private:
     QString DefaultChooseFile(int item);
     void RefCheckPathClick();
     void MarkMatchesClick();
     void RefOKClick();
-    void ExportClick();
     void ShowListMenu(const QPoint& at);
     void RunMenuKey(const QString& key, const RefMenuState& state);
 
@@ -81,4 +87,5 @@ private:
     ListProgress* m_progress;
     class FrmShowColumnRef* m_showColumn = nullptr;
     class QHBoxLayout* m_refStatus = nullptr;
+    QCheckBox* m_directEdit = nullptr;
 };

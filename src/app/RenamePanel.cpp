@@ -253,10 +253,7 @@ void RenamePanel::btnTab1_Sub2_3_OK_Click() {
         return;
     }
     if (optTab1_FilenameToTag->isChecked()) {
-        const int set = tagSetOfTagWindow ? tagSetOfTagWindow() : 0;
-        ::FilenameToTagRows(Grids::LbxInput(), set > 0 ? set : 2, chbTab1_NumToTrack->isChecked(),
-                            m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(),
-                            TagEngine::Shared(), InputListEnv(m_page, m_progress), TagJournalPath());
+        FilenameToTag();
         return;
     }
     const RenameRequest r = Request();
@@ -397,15 +394,29 @@ void RenamePanel::chbTab1_DirectEdit_Click(bool on) {
                                      });
 }
 
+int RenamePanel::TagSet() const {
+    const int set = tagSetOfTagWindow ? tagSetOfTagWindow() : 0;
+    return set > 0 ? set : 2;
+}
+
+void RenamePanel::FilenameToTag() {
+    ::FilenameToTagRows(Grids::LbxInput(), TagSet(), chbTab1_NumToTrack->isChecked(),
+                        m_page->txtTab1_FTag->text(), m_page->chbTab1_NoMsg->isChecked(), TagEngine::Shared(),
+                        InputListEnv(m_page, m_progress), TagJournalPath());
+}
+
 void RenamePanel::SetTextInTag() {
+    SetTextInColumn(cmbTab1_TextInTag->currentData().toInt(), Caption(CapTextInTagPrompt));
+}
+
+void RenamePanel::SetTextInColumn(int column, const QString& question, const QString& initial) {
     DataGrid& list = Grids::LbxInput();
     const ListEnv env = InputListEnv(m_page, m_progress);
     if (!env.ListNotEmpty(list) || !env.AtLeastRowsSelected(list, 1))
         return;
-    const int column = cmbTab1_TextInTag->currentData().toInt();
     if (column <= 0)
         return;
-    const std::optional<QString> text = AppPrompt().InputBox(Caption(CapTextInTagPrompt));
+    const std::optional<QString> text = AppPrompt().InputBox(question, initial);
     if (!text)
         return;
     if (text->isEmpty() &&

@@ -75,6 +75,15 @@ public slots:
     void chbTab1_DirectEdit_Click(bool on);
     void SetTextInTag();
     void RemoveInvalidLinks();
+    // optTab1_FilenameToTag on the highlighted rows, into the set of the tag window.
+    void FilenameToTag();
+
+public:
+    // Asks for a text (`question`, proposing `initial`) and writes it into `column` of the
+    // highlighted rows' files; an empty text clears the field after a second question.
+    void SetTextInColumn(int column, const QString& question, const QString& initial = QString());
+    // The tag set of the tag window (UpdateSet as a number), V2 when none is chosen.
+    int TagSet() const;
 
 private:
     InputDataPage* m_page;

@@ -5,6 +5,7 @@
 #include "app/DataGridView.h"
 #include "app/FolderPanel.h"
 #include "app/InputDataPage.h"
+#include "app/InputListEnv.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/UiCaptions.h"
 #include "core/AppState.h"
@@ -15,6 +16,7 @@
 #include "core/SettingRows.h"
 #include "core/Settings.h"
 #include "list/InputColumns.h"
+#include "list/modFolderRows.h"
 #include "list/modList.h"
 #include "list/modRefresh.h"
 #include "list/modSavedLists.h"
@@ -159,6 +161,23 @@ ScanPanel::ScanPanel(InputDataPage* page, ListProgressBar* progress, QWidget* pa
     });
     connect(folders, &FolderPanel::closeRequested, this, &ScanPanel::CloseFolderPane);
     connect(folders, &FolderPanel::readFolderRequested, this, &ScanPanel::btnTab1_GetFiles_Click);
+    // The rows of one folder: with the sub-folder switch, those of the folders below it too.
+    folders->rowsOfFolder = [this](const QString& folder) {
+        return int(RowsOfFolder(Grids::LbxInput(), folder, chbTab1_SubFolders->isChecked()).size());
+    };
+    connect(folders, &FolderPanel::removeRowsRequested, this, [this](const QString& folder) {
+        RemoveRowsOfFolder(Grids::LbxInput(), folder, chbTab1_SubFolders->isChecked(),
+                           InputListEnv(m_page, m_progress));
+    });
+    connect(folders, &FolderPanel::rereadRowsRequested, this, [this](const QString& folder) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        const RereadResult r =
+            RereadRowsOfFolder(Grids::LbxInput(), folder, chbTab1_SubFolders->isChecked(),
+                               TagEngine::Shared(), NumberDigits(), InputListEnv(m_page, m_progress));
+        QApplication::restoreOverrideCursor();
+        if (r.failed > 0)
+            AppPrompt().Tell(CountText(CapFailedCount, r.failed), Prompt::Icon::Critical);
+    });
     connect(chbTab1_CheckCharacters, &QCheckBox::toggled, this, [this](bool on) {
         const bool boxes = on && !chbTab1_UseChecklist->isChecked();
         for (QLineEdit* e : txtTab1_Searchstring_ArtistTitle)

@@ -17,6 +17,7 @@ constexpr int GenreFirst = 1, GenreLast = 256, GenreCol = 5;
 constexpr int LinkFirst = 1, LinkLast = 250, LinkCol1 = 6, LinkCol2 = 7;
 constexpr int NegativeFirst = 1, NegativeLast = 1000, NegativeCol = 8;
 constexpr int PatternFirst = 106, PatternLast = 115, PatternNameCol = 1, PatternTextCol = 2;
+constexpr int FavoriteFirst = 116, FavoriteLast = 125, FavoriteCol = 1; // favourite folders of the tree
 
 // ---- single values in column 1 ---------------------------------------------------------
 constexpr int Col1 = 1;

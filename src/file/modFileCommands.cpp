@@ -26,8 +26,8 @@ constexpr TagField kLinkFields[] = {TagField::V2Composer,     TagField::V2Conduc
                                     TagField::V2OrigArtist,   TagField::V2Copyright, TagField::V2EncodedBy,
                                     TagField::V2PublisherUrl, TagField::V2AudFileUrl};
 
-QString RowPath(const DataGrid& list, int row) {
-    return list.CellText(row, InCol::Path) + u'/' + list.CellText(row, InCol::FileName);
+QString RowPath(const DataGrid& list, int row, const FileCommandOptions& o) {
+    return list.CellText(row, o.pathCol) + u'/' + list.CellText(row, o.nameCol);
 }
 
 bool Passes(const DataGrid& list, int row, const QString& filter) {
@@ -154,11 +154,11 @@ FileCommandResult CopyRows(DataGrid& list, const FileCommandOptions& options, co
         env.SetProgress(++n);
         if (!Passes(list, row, options.markFilter))
             continue;
-        const QString source = RowPath(list, row);
+        const QString source = RowPath(list, row, options);
         int e = 0;
         QString copy;
         if (extended) {
-            list.SetFooterText(InCol::FileName,
+            list.SetFooterText(options.nameCol,
                                QString::number(n) + QStringLiteral(" / ") + QString::number(rows.size()));
             e = CopyFile(source, target + u'/' + NameOf(source), true, nullptr, &copy);
             if (!e && engine && options.copyLinkedFiles)
@@ -215,8 +215,9 @@ FileCommandResult MoveRows(DataGrid& list, const FileCommandOptions& options, co
         if (!Passes(list, row, options.markFilter))
             continue;
         QString finalPath;
-        if (MoveFile(RowPath(list, row), target + u'/', &finalPath) == 0) {
-            journal.AddMove(list.CellText(row, InCol::Path), list.CellText(row, InCol::FileName), finalPath);
+        if (MoveFile(RowPath(list, row, options), target + u'/', &finalPath) == 0) {
+            journal.AddMove(list.CellText(row, options.pathCol), list.CellText(row, options.nameCol),
+                            finalPath);
             list.SetCellText(row, InCol::FTag, Mark::Moved);
             ++res.done;
         } else {
@@ -278,7 +279,7 @@ FileCommandResult DeleteRows(DataGrid& list, const FileCommandOptions& options, 
         RenameJournal journal;
         if (!options.journalPath.isEmpty())
             journal.Start(options.journalPath);
-        if (DeleteRecorded(RowPath(list, row), options, env, journal)) {
+        if (DeleteRecorded(RowPath(list, row, options), options, env, journal)) {
             journal.Finish();
             list.DeleteRow(row);
             res.done = 1;
@@ -319,7 +320,7 @@ FileCommandResult DeleteRows(DataGrid& list, const FileCommandOptions& options, 
         if (State().AbortRequested)
             break;
         env.SetProgress(++n);
-        if (DeleteRecorded(RowPath(list, row), options, env, journal)) {
+        if (DeleteRecorded(RowPath(list, row, options), options, env, journal)) {
             list.SetCellText(row, InCol::FTag, Mark::DDelete);
             ++res.done;
         } else {

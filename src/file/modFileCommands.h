@@ -19,6 +19,7 @@ struct FileCommandOptions {
     bool paperbin = false;        // chbPref_Paperbin
     QString tempFolder;           // the program's temp folder (picture exports)
     QString journalPath;          // where a move records itself for the undo (empty: not)
+    int nameCol = 3, pathCol = 7; // the list's FileName and Path columns (data list; LbxRef 4, 8)
     // The folder picker: the title row and the start folder; empty when cancelled.
     std::function<QString(int titleRow, const QString& start)> chooseFolder;
 };

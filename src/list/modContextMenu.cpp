@@ -74,7 +74,7 @@ void AddPrint(ContextMenuEntries& m, int highlighted, MenuCaptionFn cap) {
 
 void AddPlay(ContextMenuEntries& m, const InputMenuState& s, MenuCaptionFn cap) {
     AddPlayGroup(m, s.highlighted, cap);
-    m.Add(cap(QStringLiteral("album")), QStringLiteral("album"));
+    m.Add(cap(QStringLiteral("album")), QStringLiteral("album"), QString(), false, s.currentHasAlbum);
     if (s.hasSyncText) {
         m.Add(cap(QStringLiteral("sText")), QStringLiteral("sText"));
         for (const char* k : {"sTextPlay", "sTextShow", "sTextRemove"})
@@ -101,13 +101,13 @@ void AddMarks(ContextMenuEntries& m, int highlighted, const QStringList& marks,
 }
 
 void AddList(ContextMenuEntries& m, const QString& group, const QString& sub, const QString& remove,
-             const QStringList& items, int most, MenuCaptionFn cap) {
+             const QStringList& items, int most, bool anyToRemove, MenuCaptionFn cap) {
     m.Add(cap(group), group);
     m.Add(cap(sub), sub, group);
     for (int i = 0; i < most && i < items.size(); ++i)
         if (!items[i].isEmpty())
             m.Add(items[i], sub + Num2(i), sub);
-    m.Add(cap(remove), remove, group);
+    m.Add(cap(remove), remove, group, false, anyToRemove);
 }
 
 } // namespace
@@ -134,15 +134,19 @@ ContextMenuEntries BuildInputMenu(const InputMenuState& s, MenuCaptionFn cap) {
     AddMarks(m, s.highlighted, s.marks, s.presentMarks, cap);
     if (s.highlighted > 0) {
         AddList(m, QStringLiteral("Quality"), QStringLiteral("QIn"), QStringLiteral("RemQ"), s.ratings,
-                kMenuRatings, cap);
+                kMenuRatings, s.anyRating, cap);
         AddList(m, QStringLiteral("Mood"), QStringLiteral("MIn"), QStringLiteral("RemM"), s.moods, kMenuMoods,
-                cap);
+                s.anyMood, cap);
     }
     m.Add(cap(QStringLiteral("RandomChoice")), QStringLiteral("RandomChoice"));
     m.Add(QStringLiteral("-"), QStringLiteral("Line2"));
     m.Add(cap(QStringLiteral("optCol")), QStringLiteral("optCol"));
     m.Add(cap(QStringLiteral("Columns")), QStringLiteral("Columns"));
-    m.Add(cap(QStringLiteral("ColsFrm")), QStringLiteral("ColsFrm"), QStringLiteral("Columns"));
+    // The columns of the pattern in use, as the column window set them.
+    const bool patternInUse = s.activePattern >= 0 && s.activePattern < s.patternCaptions.size() &&
+                              !s.patternCaptions[s.activePattern].isEmpty();
+    m.Add(cap(QStringLiteral("ColsFrm")), QStringLiteral("ColsFrm"), QStringLiteral("Columns"), false,
+          patternInUse);
     m.Add(cap(QStringLiteral("ColsAll")), QStringLiteral("ColsAll"), QStringLiteral("Columns"));
     m.Add(QStringLiteral("-"), QStringLiteral("Line3"), QStringLiteral("Columns"));
     for (int i = 0; i < kMenuPatterns && i < s.patternCaptions.size(); ++i)
@@ -159,7 +163,8 @@ ContextMenuEntries BuildInputMenu(const InputMenuState& s, MenuCaptionFn cap) {
     if (s.highlighted > 0) {
         m.Add(cap(QStringLiteral("NameToTag")), QStringLiteral("NameToTag"));
         m.Add(cap(QStringLiteral("TextToTags")), QStringLiteral("TextToTags"));
-        m.Add(cap(QStringLiteral("LinkToTag")), QStringLiteral("LinkToTag"));
+        m.Add(cap(QStringLiteral("LinkToTag")), QStringLiteral("LinkToTag"), QString(), false,
+              s.hasCurrentRow);
         m.Add(cap(QStringLiteral("SetAlbum")), QStringLiteral("SetAlbum"));
         m.Add(cap(QStringLiteral("SingleFile")), QStringLiteral("SingleFile"));
         for (const char* k : {"SingleFile01", "SingleFile02", "SingleFile03"})
@@ -188,12 +193,32 @@ ContextMenuEntries BuildRefMenu(const RefMenuState& s, MenuCaptionFn cap) {
     m.Add(line, QString());
     m.Add(cap(QStringLiteral("Columns")), QStringLiteral("Columns"));
     for (const char* k : {"optCol", "ColsAll", "ColsPreset", "ColsFrm"})
-        m.Add(cap(QLatin1String(k)), QLatin1String(k), QStringLiteral("Columns"));
+        m.Add(cap(QLatin1String(k)), QLatin1String(k), QStringLiteral("Columns"), false,
+              s.hasPreset || qstrcmp(k, "ColsPreset") != 0);
     m.Add(line, QString());
-    m.Add(cap(QStringLiteral("Rem_F")), QStringLiteral("Rem_F"));
-    if (s.highlighted > 0)
-        for (const char* k : {"CMD", "Copy", "Move", "Delete"})
+    m.Add(cap(QStringLiteral("Rem_F")), QStringLiteral("Rem_F"), QString(), false, s.anyFound);
+    if (s.highlighted > 0) {
+        m.Add(cap(QStringLiteral("CMD")), QStringLiteral("CMD"), QString(), false, s.hasCurrentRow);
+        for (const char* k : {"Copy", "Move", "Delete"})
             m.Add(cap(QLatin1String(k)), QLatin1String(k));
+    }
+    return m;
+}
+
+ContextMenuEntries BuildFolderMenu(const FolderMenuState& s, MenuCaptionFn cap) {
+    ContextMenuEntries m;
+    const bool node = !s.folder.isEmpty();
+    m.Add(cap(QStringLiteral("UpdateDrivelist")), QStringLiteral("UpdateDrivelist"));
+    m.Add(cap(QStringLiteral("UpdateFolders")), QStringLiteral("UpdateFolders"));
+    m.Add(QStringLiteral("-"), QStringLiteral("Line"));
+    m.Add(cap(QStringLiteral("AddToFavorite")), QStringLiteral("AddToFavorite"), QString(), false,
+          node && !s.favorite && !s.favoritesFull);
+    m.Add(cap(QStringLiteral("RemFromFavorite")), QStringLiteral("RemFromFavorite"), QString(), false,
+          node && s.favorite);
+    m.Add(QStringLiteral("-"), QStringLiteral("Line1"));
+    m.Add(cap(QStringLiteral("DirUpdate")), QStringLiteral("DirUpdate"), QString(), false, node);
+    m.Add(cap(QStringLiteral("DirRem")), QStringLiteral("DirRem"), QString(), false, s.rowsOfFolder > 0);
+    m.Add(cap(QStringLiteral("DirUpd")), QStringLiteral("DirUpd"), QString(), false, s.rowsOfFolder > 0);
     return m;
 }
 

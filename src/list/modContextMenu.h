@@ -59,6 +59,11 @@ struct InputMenuState {
     QStringList patternCaptions; // Cols00..Cols09; empty = no pattern stored there
     int activePattern = -1;
     std::vector<ExternalProgram> programs;
+    // What the commands need to run; an entry whose command cannot run is disabled.
+    bool hasCurrentRow = false; // LinkToTag works on the current row
+    bool currentHasAlbum = false;
+    bool anyRating = false; // a highlighted row has a rating, one has a mood
+    bool anyMood = false;
 };
 
 // The caption of an entry by its key (the window's lookup in the caption table).
@@ -74,6 +79,9 @@ struct RefMenuState {
     bool directEdit = false;
     QStringList marks;        // Mark00..Mark10: the mark box, then the signs of lbxSign
     QStringList presentMarks; // the distinct marks of the highlighted rows
+    bool anyFound = false;    // a row holds a found remark (TF)
+    bool hasPreset = false;   // a saved column choice exists
+    bool hasCurrentRow = false;
 };
 
 // The entries of the menu of LbxRef; none when the list is empty. Dividers without a
@@ -88,3 +96,14 @@ void RemoveMarkOfSelected(DataGrid& list, int col, const QString& mark, bool all
 // A number key suffix: "Mark07" with prefix "Mark" gives 7; -1 when `key` is not
 // prefix + digits.
 int MenuKeyNumber(const QString& key, const QString& prefix);
+
+// What the menu of the folder view is built from.
+struct FolderMenuState {
+    QString folder;        // the node under the mouse (or the current one); empty: none
+    bool favorite = false; // the folder stands in the favourites
+    bool favoritesFull = false;
+    int rowsOfFolder = 0; // rows of the data list whose files lie in the folder
+};
+
+// The entries of the menu of the folder view.
+ContextMenuEntries BuildFolderMenu(const FolderMenuState& state, MenuCaptionFn caption);

@@ -1,6 +1,7 @@
 #include "list/modListColumns.h"
 
 #include "core/Captions.h"
+#include "core/DataGrid.h"
 #include "list/InputColumns.h"
 
 namespace {
@@ -41,4 +42,10 @@ void SetInputColumnCaptions(DataGrid& g) {
     for (int col = 1; col <= InCol::Count && col <= g.Cols(); ++col)
         g.SetColumnCaption(col, Caption(kInputColumns[std::size_t(col - 1)].captionRow));
     g.LockUpdate(wasLocked);
+}
+
+void FitAllColumns(DataGrid& grid) {
+    for (int c = 1; c <= grid.Cols(); ++c)
+        if (grid.Column(c).visible)
+            grid.DoColumnAutoSize(c);
 }

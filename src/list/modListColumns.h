@@ -9,3 +9,5 @@ class DataGrid;
 void DefineInputColumns(DataGrid& input);
 // Sets every header to the caption of its row in the current language.
 void SetInputColumnCaptions(DataGrid& input);
+// mnuSetOptimalColumn: fits every visible column of `grid` to its widest text.
+void FitAllColumns(DataGrid& grid);

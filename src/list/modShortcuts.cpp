@@ -14,6 +14,7 @@ RefShortcutCommands* g_ref = nullptr;
 
 constexpr int kPlayerTab = 4; // TabInput1_Sub2: the player
 constexpr int kRenameTab = 2; // TabInput1_Sub2: the rename commands
+constexpr int kRatings = 6;   // lbxRating has six rows
 
 bool IsDigit(int key) {
     return key >= Vk::D0 && key <= Vk::D9;
@@ -71,6 +72,9 @@ bool InputCtrl(InputShortcutCommands& c, int key) {
     case 'Z':
         c.TakeMarkOfCurrentRow();
         return true;
+    case 'O':
+        c.FitColumns();
+        return true;
     default:
         return false;
     }
@@ -118,6 +122,10 @@ bool InputKey(InputShortcutCommands& c, int key, int shift) {
         return false;
     }
     if (shift == KeyMask::CtrlShift) {
+        if (IsDigit(key) && DigitRow(key) <= kRatings) {
+            c.SetRatingMood(false, DigitRow(key));
+            return true;
+        }
         if (key == 'C') {
             c.SelectSub2(kRenameTab);
             if (c.ChooseCut())
@@ -148,6 +156,10 @@ bool InputKey(InputShortcutCommands& c, int key, int shift) {
         else
             return false;
         c.RunFileCommand();
+        return true;
+    }
+    if (shift == KeyMask::CtrlAlt && IsDigit(key)) {
+        c.SetRatingMood(true, DigitRow(key));
         return true;
     }
     if (shift == KeyMask::Ctrl)
@@ -195,6 +207,12 @@ bool RefKey(RefShortcutCommands& c, int key, int shift) {
         return true;
     case 'D':
         c.DeleteRows();
+        return true;
+    case 'E':
+        c.ExportList();
+        return true;
+    case 'O':
+        c.FitColumns();
         return true;
     case 'F':
         c.EraseMarks();

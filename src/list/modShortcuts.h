@@ -69,6 +69,10 @@ public:
     virtual bool ListEmpty() const = 0;
     virtual bool ChooseCut() = 0; // optTab1_FileCut; whether a position stands in its boxes
     virtual void RunRename() = 0; // btnTab1_Sub2_3_OK
+    // Rating (lbxRating row 1 to 6) or, with `mood`, mood (lbxMood row 1 to 10) into the
+    // files of the highlighted rows.
+    virtual void SetRatingMood(bool mood, int row) = 0;
+    virtual void FitColumns() = 0; // mnuSetOptimalColumn
     virtual void FocusList() = 0;
 };
 
@@ -90,6 +94,8 @@ public:
     virtual void EraseMarks() = 0;      // every mark of the list
     virtual void RemoveEntries() = 0;   // the highlighted rows leave the list; no file is touched
     virtual void OpenCurrentFile() = 0; // the desktop's default handler
+    virtual void ExportList() = 0;      // btnTab1_RefExport
+    virtual void FitColumns() = 0;      // mnuSetOptimalColumn
     virtual void FocusList() = 0;
 };
 

@@ -360,3 +360,13 @@ bool ExportRefList(const DataGrid& ref, const QString& chosenPath, DataGrid& set
         prompt.Tell(Caption(CapListExported), Prompt::Icon::Information);
     return true;
 }
+
+int ClearFoundRemarks(DataGrid& ref) {
+    int n = 0;
+    for (int r = 1; r <= ref.Rows(); ++r)
+        if (!ref.CellView(r, RefCol::TF).isEmpty()) {
+            ref.SetCellText(r, RefCol::TF, QString());
+            ++n;
+        }
+    return n;
+}

@@ -75,6 +75,8 @@ bool ClearReflist(DataGrid& ref, Prompt& prompt);
 // btnTab1_RefHighlight_T: selects exactly the rows whose column 3 holds the found word of
 // the language in use. Returns the count.
 int RefHighlightFound(DataGrid& ref);
+// Empties the found remarks (TF) of all rows; returns how many rows held one.
+int ClearFoundRemarks(DataGrid& ref);
 // chbTab1_RefFTag: shows or hides the mark column.
 void ShowRefMarkColumn(DataGrid& ref, bool shown);
 bool RefMarkColumnShown(const DataGrid& ref);

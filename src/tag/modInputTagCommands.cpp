@@ -20,6 +20,8 @@ namespace {
 
 using TF = TagField;
 
+constexpr int kTypeWma = 2; // the engine's type number of WMA
+
 constexpr std::array<TF, 6> kV1 = {TF::V1Year,  TF::V1Track, TF::V1Artist,
                                    TF::V1Title, TF::V1Album, TF::V1Comment};
 constexpr std::array<TF, 15> kV2 = {TF::V2Genre,     TF::V2Year,      TF::V2Track,        TF::V2Artist,
@@ -39,8 +41,35 @@ QString RowPath(const DataGrid& list, int row) {
     return list.CellText(row, InCol::Path) + u'/' + list.CellText(row, InCol::FileName);
 }
 
+bool LinkTypes(int type);
+
+// Rating or mood in the program's own user text frames of V2 ("QLT..." and "MOOD...");
+// an empty value removes every such frame.
+void WriteRatingMoodFrame(TagEngine& e, bool mood, const QString& value) {
+    if (!value.isEmpty()) {
+        SetTagRatingMood(e, mood ? QStringLiteral("Mood") : QStringLiteral("Rating"), value,
+                         QStringLiteral("ID3v2"));
+        return;
+    }
+    const QString prefix = mood ? QStringLiteral("MOOD") : QStringLiteral("QLT");
+    for (int i = e.UserFrameCount(); i >= 1; --i)
+        if (e.UserFrameText(i).startsWith(prefix))
+            e.SetUserFrame(i, QString(), QString());
+}
+
 // Writes `text` into the field of `column`; 1 done, 0 failed, -1 the type is not served.
 int WriteColumn(TagEngine& e, int type, int column, const QString& text, const QString& path) {
+    if (column == InCol::Rating || column == InCol::Mood) {
+        const bool mood = column == InCol::Mood;
+        if (type == kTypeWma) {
+            e.SetField(mood ? TF::WmaMood : TF::WmaRating, text);
+            return e.SaveWma(path) > 0 ? 1 : 0;
+        }
+        if (!LinkTypes(type))
+            return -1;
+        WriteRatingMoodFrame(e, mood, text);
+        return e.SaveV2(path) > 0 ? 1 : 0;
+    }
     if (column >= 16 && column <= 21) {
         e.SetField(kV1[std::size_t(column - 16)], text);
         return e.SaveV1(path) > 0 ? 1 : 0;
@@ -250,4 +279,26 @@ TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, cons
     if (res.failed)
         env.prompt.Tell(CountText(CapFilesFailed, res.failed), Prompt::Icon::Critical);
     return res;
+}
+
+TagCommandResult SetRatingMoodRows(DataGrid& list, bool mood, const QString& value, const QString& markFilter,
+                                   bool noMsg, TagEngine& engine, const ListEnv& env,
+                                   const QString& journalPath) {
+    return SetTextInTag(list, mood ? InCol::Mood : InCol::Rating, value, markFilter, noMsg, engine, env,
+                        journalPath);
+}
+
+int AlbumColumnOfSet(int set) {
+    switch (UpdateSet(set)) {
+    case UpdateSet::V1:
+        return InCol::Tg1Album;
+    case UpdateSet::Ape:
+        return InCol::TagApeAlbum;
+    case UpdateSet::Lyrics:
+        return InCol::TagLyricsAlbum;
+    case UpdateSet::Typical:
+        return InCol::TagTypAlbum;
+    default:
+        return InCol::TagAlbum;
+    }
 }

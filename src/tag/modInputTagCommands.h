@@ -43,3 +43,13 @@ TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, b
 TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, const QString& markFilter,
                                    bool noMsg, TagEngine& engine, const ListEnv& env,
                                    const QString& journalPath = QString());
+
+// The rating (or, with `mood`, the mood) of each row's file: the program's user text
+// frame of V2, or the WMA field; an empty `value` removes it. The cells Rating and Mood
+// follow the file. The menu entries and the keys of the data list share it.
+TagCommandResult SetRatingMoodRows(DataGrid& list, bool mood, const QString& value, const QString& markFilter,
+                                   bool noMsg, TagEngine& engine, const ListEnv& env,
+                                   const QString& journalPath = QString());
+
+// The album column of the data list for a tag set (UpdateSet as a number; 0 or unknown: V2).
+int AlbumColumnOfSet(int set);

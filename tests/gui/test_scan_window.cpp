@@ -441,19 +441,14 @@ private slots:
         // The refresh entry of the menu.
         QDir(tmp.path()).rmdir("a");
         QDir(tmp.path()).mkpath("b/second");
-        std::unique_ptr<QMenu> menu(f->MakeContextMenu(node));
-        auto* refresh = menu->findChild<QAction*>("mnuFolder_UpdateFolders");
-        QVERIFY(refresh);
-        QCOMPARE(WithoutMnemonic(refresh->text()), Caption(844));
-        refresh->trigger();
+        f->RunMenuKey(QStringLiteral("UpdateFolders"), node);
         QCOMPARE(node->childCount(), 2);
         QCOMPARE(node->child(0)->text(0), QString("b"));
         QCOMPARE(node->child(0)->childCount(), 2);
         // "Read folder" of the menu reads it at once.
         QVERIFY(CopyFixture("tone.mp3", tmp.path() + "/c/x.mp3"));
         g.window->scanPanel->OpenFolderPane();
-        std::unique_ptr<QMenu> menu2(f->MakeContextMenu(node->child(1)));
-        menu2->findChild<QAction*>("mnuFolder_DirUpdate")->trigger();
+        f->RunMenuKey(QStringLiteral("DirUpdate"), node->child(1));
         QCOMPARE(Grids::LbxInput().Rows(), 1);
     }
 

@@ -2,6 +2,7 @@
 // presses it, with the focus back on the list afterwards.
 
 #include "ListWindowFixture.h"
+#include "TagTestUtil.h"
 #include "app/DataGridView.h"
 #include "app/FilesPanel.h"
 #include "app/FrmInput.h"
@@ -9,14 +10,17 @@
 #include "app/InputDataPage.h"
 #include "app/ListsPanel.h"
 #include "app/PlayerPanel.h"
+#include "app/RefPanel.h"
 #include "app/RenamePanel.h"
 #include "core/CaptionRows.h"
 #include "core/Captions.h"
 #include "core/SettingRows.h"
 #include "list/Marks.h"
+#include "list/modScan.h"
 #include "list/modShortcuts.h"
 #include "platform/Shell.h"
 #include "ref/RefColumns.h"
+#include "tag/TagEngine.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -26,6 +30,7 @@
 #include <QSlider>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -437,6 +442,79 @@ private slots:
         QTest::keyClick(table, Qt::Key_Delete);
         QVERIFY(Told(g, CapDirectEditKeysOff));
         QCOMPARE(ref.Rows(), 3);
+    }
+
+    // Ctrl+Shift+digit: the rating of lbxRating row d; Ctrl+Alt+digit: the mood of
+    // lbxMood row d (digit 0 row 10), into the files of the highlighted rows.
+    void ratingAndMoodKeys() {
+        if (tagtest::MutagenPython().isEmpty())
+            QSKIP("python3-mutagen is missing");
+        m_g = std::make_unique<GuiProgram>();
+        QVERIFY(m_g->Start({{{Ini::RatingFirst + 1, Ini::RatingCol}, "**"},
+                            {{Ini::MoodFirst, Ini::MoodCol}, "calm"},
+                            {{Ini::MoodLast, Ini::MoodCol}, "wild"},
+                            {{Ini::NoMsg, Ini::Col1}, "1"}}));
+        GuiProgram& g = *m_g;
+        g.window->show();
+        QTemporaryDir dir;
+        DataGrid& list = Grids::LbxInput();
+        list.Clear();
+        for (const char* name : {"a.mp3", "b.mp3"}) {
+            const QString path =
+                tagtest::CopyFixture(QStringLiteral("tone.mp3"), dir.path(), QLatin1String(name));
+            QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+            AddFileRow(list, TagEngine::Shared(), path, RowContext());
+        }
+        list.Refresh();
+        list.SetSelected(1, true);
+        Table(g)->setFocus();
+        const QString script =
+            QStringLiteral("import sys\nfrom mutagen.id3 import ID3\n"
+                           "print(' '.join(f.text[0] for f in ID3(sys.argv[1]).getall('TXXX')))");
+        QTest::keyClick(Table(g), Qt::Key_2, kCtrlShift);
+        QCOMPARE(list.CellText(1, InCol::Rating), QStringLiteral("**"));
+        QVERIFY(tagtest::RunPython(script, {dir.filePath("a.mp3")}).contains(QStringLiteral("QLT**")));
+        QVERIFY(!tagtest::RunPython(script, {dir.filePath("b.mp3")}).contains(QStringLiteral("QLT")));
+        QTest::keyClick(Table(g), Qt::Key_1, Qt::ControlModifier | Qt::AltModifier);
+        QVERIFY(tagtest::RunPython(script, {dir.filePath("a.mp3")}).contains(QStringLiteral("MOODcalm")));
+        QTest::keyClick(Table(g), Qt::Key_0, Qt::ControlModifier | Qt::AltModifier); // digit 0: row 10
+        QCOMPARE(list.CellText(1, InCol::Mood), QStringLiteral("wild"));
+        // An empty row of the list and a seventh rating change nothing.
+        QTest::keyClick(Table(g), Qt::Key_3, kCtrlShift);
+        QTest::keyClick(Table(g), Qt::Key_7, kCtrlShift);
+        QCOMPARE(list.CellText(1, InCol::Rating), QStringLiteral("**"));
+        QCOMPARE(g.window->focusWidget(), Table(g));
+    }
+
+    void ctrlOFitsTheColumns() {
+        GuiProgram& g = Start();
+        DataGrid& list = Grids::LbxInput();
+        list.SetColumnWidth(InCol::FileName, 150);
+        list.SetColumnWidth(InCol::Artist, 150);
+        QTest::keyClick(Table(g), Qt::Key_O, Qt::ControlModifier);
+        QVERIFY(list.Column(InCol::FileName).width > 150);
+        QVERIFY(list.Column(InCol::Artist).width > 150);
+        // The reference list fits its own columns.
+        QTableView* table = FillRefList(g);
+        DataGrid& ref = Grids::LbxRef();
+        ref.SetColumnWidth(RefCol::FileName, 150);
+        QTest::keyClick(table, Qt::Key_O, Qt::ControlModifier);
+        QVERIFY(ref.Column(RefCol::FileName).width > 150);
+        QCOMPARE(g.window->focusWidget(), table);
+    }
+
+    void refCtrlEExportsTheReferenceList() {
+        GuiProgram& g = Start();
+        QTableView* table = FillRefList(g);
+        QTemporaryDir dir;
+        const QString out = dir.filePath(QStringLiteral("ref.txt"));
+        g.window->refPanel->chooseExportFile = [&](const QString&) { return out; };
+        QTest::keyClick(table, Qt::Key_E, Qt::ControlModifier);
+        QVERIFY(QFile::exists(out));
+        QFile f(out);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        QVERIFY(f.readAll().contains("b.mp3"));
+        QCOMPARE(g.window->focusWidget(), table);
     }
 
     void keyOutsideTheTablesDoesNothing() {
