@@ -6,6 +6,7 @@
 #include "app/FrmPlaylist.h"
 #include "app/FrmTag.h"
 #include "app/FrmTagSetPanel.h"
+#include "app/InputDataPage.h"
 #include "app/MessageBoxPrompt.h"
 #include "app/PictureView.h"
 #include "app/RefPanel.h"
@@ -128,7 +129,14 @@ bool MainTabKeys::eventFilter(QObject* watched, QEvent* event) {
     auto* w = static_cast<QWidget*>(watched);
     if (w->window() != m_window)
         return QObject::eventFilter(watched, event);
-    return HandleShortcut(ActiveList(w), ShortcutKeyCode(k->key(), false, false), KeyMask::None);
+    const QString list = ActiveList(w);
+    const int keyCode = ShortcutKeyCode(k->key(), false, false);
+    // Only the data list itself hands its keys to its table (with the refusal of direct
+    // edit); the other controls of the data area just change the area.
+    const QWidget* input = m_window->pageData->LbxInput;
+    if (list == QLatin1String("Input") && w != input && !input->isAncestorOf(w))
+        return MainTabShortcut(list, keyCode, KeyMask::None);
+    return HandleShortcut(list, keyCode, KeyMask::None);
 }
 
 // ---- the tag list --------------------------------------------------------------------

@@ -319,7 +319,9 @@ bool HandleShortcut(const QString& list, int keyCode, int shift) {
     if (keyCode == 0)
         return false;
     // F1 to F7 go to the main areas from every list; then the tables of the tool areas.
-    if (MainTabShortcut(list, keyCode, shift) || WindowShortcut(list, keyCode, shift))
+    // In direct edit the keys of the data list belong to the cell: its refusal comes first.
+    const bool inputEditing = list == QLatin1String("Input") && g_input && g_input->DirectEdit();
+    if ((!inputEditing && MainTabShortcut(list, keyCode, shift)) || WindowShortcut(list, keyCode, shift))
         return true;
     if (list == QLatin1String("Input") && g_input) {
         const bool ran = InputKey(*g_input, keyCode, shift);
