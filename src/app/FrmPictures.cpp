@@ -361,20 +361,26 @@ QWidget* FrmPictures::buildShowPane() {
     auto* page = new QWidget;
     auto* lay = new QVBoxLayout(page);
     auto* zoomRow = new QHBoxLayout;
-    zoomRow->addWidget(button("btnPic_ZoomDecrease", page));
+    // The two zoom steps carry one sign each: narrow buttons keep the picture side small
+    // enough for the area to fit a 1280-pixel screen beside the file lists.
+    auto* zoomOut = button("btnPic_ZoomDecrease", page);
+    zoomOut->setMaximumWidth(36);
+    zoomRow->addWidget(zoomOut);
     m_zoom = new QScrollBar(Qt::Horizontal, page);
     m_zoom->setObjectName(QStringLiteral("HScrollPic_Zoom"));
     m_zoom->setRange(-90, 400);
     m_zoom->setSingleStep(10);
     m_zoom->setPageStep(50);
-    m_zoom->setMinimumWidth(100);
+    m_zoom->setMinimumWidth(60);
     zoomRow->addWidget(m_zoom, 1);
-    zoomRow->addWidget(button("btnPic_ZoomIncrease", page));
+    auto* zoomIn = button("btnPic_ZoomIncrease", page);
+    zoomIn->setMaximumWidth(36);
+    zoomRow->addWidget(zoomIn);
     zoomRow->addWidget(button("btnPic_Zoom_0", page));
     zoomRow->addWidget(button("btnPic_Adjust", page));
     m_zoomLabel = new QLabel(page);
     m_zoomLabel->setObjectName(QStringLiteral("lblPic_Zoom"));
-    m_zoomLabel->setMinimumWidth(80);
+    m_zoomLabel->setMinimumWidth(70);
     zoomRow->addWidget(m_zoomLabel);
     lay->addLayout(zoomRow);
     m_view = new PictureView(page);
