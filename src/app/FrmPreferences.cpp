@@ -217,11 +217,11 @@ QWidget* FrmPreferences::listBox(const char* groupName, const QString& listName,
     auto* group = Group(nullptr, groupName);
     auto* l = new QVBoxLayout(group);
     DataGridView* view = nullptr;
-    for (const PrefListSpec& spec : PrefListSpecs())
-        if (listName == QLatin1String(spec.name)) {
+    for (const PrefListShape& shape : PrefListShapes())
+        if (listName == QLatin1String(shape.name)) {
             m_lists.push_back(std::make_unique<DataGrid>());
-            BuildPrefList(*m_lists.back(), spec);
-            view = MakePrefListView(*m_lists.back(), spec, group);
+            BuildPrefList(*m_lists.back(), shape);
+            view = MakePrefListView(*m_lists.back(), shape, group);
         }
     if (!view) { // the lists that other windows share
         DataGrid* grid = listName == QLatin1String("lbxRating") ? &Grids::lbxRating() : &Grids::lbxLink();
@@ -324,9 +324,9 @@ DataGrid* FrmPreferences::List(const QString& name) const {
 }
 
 void FrmPreferences::SetHeaders() {
-    for (const PrefListSpec& spec : PrefListSpecs())
-        if (DataGrid* g = List(QString::fromLatin1(spec.name)))
-            SetPrefListHeaders(*g, spec);
+    for (const PrefListShape& shape : PrefListShapes())
+        if (DataGrid* g = List(QString::fromLatin1(shape.name)))
+            SetPrefListHeaders(*g, shape);
     if (Grids::lbxRating().Cols() >= 1)
         Grids::lbxRating().SetColumnCaption(1, Caption(CapRatingHeader));
     if (Grids::lbxLink().Cols() >= 2) {
@@ -364,9 +364,9 @@ void FrmPreferences::ApplySettings() {
     const int digits = NumberDigits();
     for (std::size_t i = 0; i < optPref_AnzNum.size(); ++i)
         optPref_AnzNum[i]->setChecked(kNumberDigitChoices[i] == digits);
-    for (const PrefListSpec& spec : PrefListSpecs())
-        if (DataGrid* g = List(QString::fromLatin1(spec.name)))
-            BuildPrefList(*g, spec);
+    for (const PrefListShape& shape : PrefListShapes())
+        if (DataGrid* g = List(QString::fromLatin1(shape.name)))
+            BuildPrefList(*g, shape);
     SetHeaders();
     State().SuppressEvents = quiet;
 }

@@ -10,8 +10,8 @@
 
 #include <QTableView>
 
-const std::vector<PrefListSpec>& PrefListSpecs() {
-    static const std::vector<PrefListSpec> specs = {
+const std::vector<PrefListShape>& PrefListShapes() {
+    static const std::vector<PrefListShape> shapes = {
         {"lbxSign", Ini::SignFirst, Ini::SignLast, {Ini::SignCol}, {CapHeaderSign}, 0, 3000},
         {"lbxMood", Ini::MoodFirst, Ini::MoodLast, {Ini::MoodCol}, {CapMoodHeader}, -1},
         {"LbxGenre", Ini::GenreFirst, Ini::GenreLast, {Ini::GenreCol}, {CapHeaderGenre}, -1},
@@ -42,54 +42,54 @@ const std::vector<PrefListSpec>& PrefListSpecs() {
          1,
          3500},
     };
-    return specs;
+    return shapes;
 }
 
-void BuildPrefList(DataGrid& grid, const PrefListSpec& spec) {
-    grid.setObjectName(QString::fromLatin1(spec.name));
+void BuildPrefList(DataGrid& grid, const PrefListShape& shape) {
+    grid.setObjectName(QString::fromLatin1(shape.name));
     grid.LockUpdate(true);
     grid.Clear();
     if (grid.Cols() == 0) {
-        if (spec.numberBase >= 0)
+        if (shape.numberBase >= 0)
             grid.AddColumn(QStringLiteral("Nr"), QString(), 600, Align::Right);
-        for (std::size_t i = 0; i < spec.cols.size(); ++i) {
+        for (std::size_t i = 0; i < shape.cols.size(); ++i) {
             // a pair of search texts: the joining word between them stays narrow
-            const bool joiner = spec.cols.size() == 3 && i == 1;
-            grid.AddColumn(QStringLiteral("C%1").arg(i + 1), QString(), joiner ? 1100 : spec.width,
+            const bool joiner = shape.cols.size() == 3 && i == 1;
+            grid.AddColumn(QStringLiteral("C%1").arg(i + 1), QString(), joiner ? 1100 : shape.width,
                            joiner ? Align::Center : Align::Left);
         }
     }
-    for (int r = spec.first; r <= spec.last; ++r) {
+    for (int r = shape.first; r <= shape.last; ++r) {
         QStringList cells;
-        if (spec.numberBase >= 0)
-            cells.append(QString::number(r - spec.first + spec.numberBase));
-        if (spec.first == Ini::PictureTypeFirst) {
+        if (shape.numberBase >= 0)
+            cells.append(QString::number(r - shape.first + shape.numberBase));
+        if (shape.first == Ini::PictureTypeFirst) {
             // The published names are shown in the program's language; a user's own stands.
-            cells.append(PictureTypeName(r - spec.first));
+            cells.append(PictureTypeName(r - shape.first));
         } else {
-            for (int c : spec.cols)
+            for (int c : shape.cols)
                 cells.append(Setting(r, c));
         }
         grid.AddRow(cells);
     }
     grid.LockUpdate(false);
-    SetPrefListHeaders(grid, spec);
+    SetPrefListHeaders(grid, shape);
 }
 
-void SetPrefListHeaders(DataGrid& grid, const PrefListSpec& spec) {
-    const int offset = spec.numberBase >= 0 ? 1 : 0;
+void SetPrefListHeaders(DataGrid& grid, const PrefListShape& shape) {
+    const int offset = shape.numberBase >= 0 ? 1 : 0;
     if (offset && grid.Cols() >= 1)
         grid.SetColumnCaption(1, Caption(CapListNumberHeader));
-    for (std::size_t i = 0; i < spec.headers.size() && int(i) + offset < grid.Cols(); ++i)
-        grid.SetColumnCaption(int(i) + 1 + offset, Caption(spec.headers[i]));
+    for (std::size_t i = 0; i < shape.headers.size() && int(i) + offset < grid.Cols(); ++i)
+        grid.SetColumnCaption(int(i) + 1 + offset, Caption(shape.headers[i]));
 }
 
-DataGridView* MakePrefListView(DataGrid& grid, const PrefListSpec& spec, QWidget* parent) {
+DataGridView* MakePrefListView(DataGrid& grid, const PrefListShape& shape, QWidget* parent) {
     auto* view = new DataGridView(&grid, parent);
-    view->setObjectName(QString::fromLatin1(spec.name));
+    view->setObjectName(QString::fromLatin1(shape.name));
     view->SetHeaderSort(false); // a row's place is its settings row
-    const int offset = spec.numberBase >= 0 ? 1 : 0;
-    const PrefListSpec s = spec;
+    const int offset = shape.numberBase >= 0 ? 1 : 0;
+    const PrefListShape s = shape;
     view->SetCellEditing([offset](int, int col) { return col > offset; },
                          [s, offset](int row, int col, QString& text) {
                              text = text.trimmed();

@@ -10,7 +10,7 @@ class DataGrid;
 class DataGridView;
 class QWidget;
 
-struct PrefListSpec {
+struct PrefListShape {
     const char* name;         // objectName of the grid and its view
     int first, last;          // settings rows
     std::vector<int> cols;    // settings column of each grid column
@@ -20,11 +20,11 @@ struct PrefListSpec {
 };
 
 // The lists held only by the preferences: settings rows, columns and headers.
-const std::vector<PrefListSpec>& PrefListSpecs();
+const std::vector<PrefListShape>& PrefListShapes();
 
 // Fills `grid` with the list's columns and its rows from the settings.
-void BuildPrefList(DataGrid& grid, const PrefListSpec& spec);
+void BuildPrefList(DataGrid& grid, const PrefListShape& shape);
 // A view of `grid` whose cells write back into the settings; the number column stays.
-DataGridView* MakePrefListView(DataGrid& grid, const PrefListSpec& spec, QWidget* parent);
+DataGridView* MakePrefListView(DataGrid& grid, const PrefListShape& shape, QWidget* parent);
 // The header captions of `grid` in the current language.
-void SetPrefListHeaders(DataGrid& grid, const PrefListSpec& spec);
+void SetPrefListHeaders(DataGrid& grid, const PrefListShape& shape);
