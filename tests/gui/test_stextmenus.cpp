@@ -22,7 +22,7 @@ namespace {
 void ChooseIn(STextFixture& f, QTableView* table, int row, const QString& name,
               const std::function<void(QMenu*)>& act, bool press = false) {
     bool seen = false;
-    WhenMenuOpens(name, act, &seen);
+    WhenMenuOpens(act, &seen, name);
     if (press)
         QTest::mouseClick(table->viewport(), Qt::RightButton, {}, f.CellRect(table, row, ColText).center());
     else

@@ -3,6 +3,7 @@
 // a scratch folder; shared by the tests of its menus and keys.
 
 #include "GuiProgram.h"
+#include "MenuTestUtil.h"
 #include "TagTestUtil.h"
 #include "app/DataGridView.h"
 #include "app/FrmInput.h"
@@ -116,28 +117,6 @@ struct STextFixture {
         Click("btnSText_FindSongWithLrc");
     }
 };
-
-// Waits for the popup named `name`, then hands it to `act` (which picks or closes).
-inline void WhenMenuOpens(const QString& name, const std::function<void(QMenu*)>& act, bool* seen) {
-    auto* poll = new QTimer;
-    poll->setInterval(20);
-    auto tries = std::make_shared<int>(0);
-    QObject::connect(poll, &QTimer::timeout, poll, [poll, act, seen, tries, name] {
-        if (++*tries > 250) {
-            poll->stop();
-            poll->deleteLater();
-            return;
-        }
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (!menu || menu->objectName() != name)
-            return;
-        poll->stop();
-        poll->deleteLater();
-        *seen = true;
-        act(menu);
-    });
-    poll->start();
-}
 
 // The press of the right button on a row of a list as the window system reports it.
 inline void ContextClick(QTableView* table, int row) {
