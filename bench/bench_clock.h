@@ -24,6 +24,13 @@ inline QString FixtureDir() {
     return QString();
 }
 
+// Where the generated trees lie: QLT_BENCH_TREES, else /tmp. A tree on a tmpfs (such as
+// /dev/shm) stays in memory; on a disk the kernel may drop its pages between passes.
+inline QString TreeFolder() {
+    const QString env = qEnvironmentVariable("QLT_BENCH_TREES");
+    return env.isEmpty() ? QStringLiteral("/tmp") : env;
+}
+
 // CPU time of this process: other programs on the machine do not count in it.
 inline double Cpu() {
     timespec ts{};

@@ -34,21 +34,28 @@ void ReadPool::Run() {
         int i;
         {
             std::unique_lock lock(m_mutex);
+            ++m_readersWaiting;
             m_roomCv.wait(lock,
                           [this] { return m_stop || m_next >= m_count || m_next < m_taken + m_window; });
+            --m_readersWaiting;
             if (m_stop || m_next >= m_count)
                 return;
             i = m_next++;
         }
         FileRead read;
         m_work(engine, i, read);
+        bool wake;
         {
             std::lock_guard lock(m_mutex);
             Slot& s = m_slots[static_cast<std::size_t>(i % m_window)];
             s.read = std::move(read);
             s.ready = true;
+            // The owner sleeps until a batch is ready, not for every file: a wake-up per
+            // file costs more than the file when the owner and the readers share the cores.
+            wake = m_ownerWaiting && (i >= m_wantUpTo || m_next >= m_count);
         }
-        m_readyCv.notify_all();
+        if (wake)
+            m_readyCv.notify_one();
     }
 }
 
@@ -60,22 +67,38 @@ FileRead ReadPool::Take(int i, const std::function<void()>& idle) {
     }
     std::unique_lock lock(m_mutex);
     Slot& s = m_slots[static_cast<std::size_t>(i % m_window)];
-    while (!s.ready) {
-        if (m_threads.empty())
-            return {}; // stopped: nothing comes any more
-        m_readyCv.wait_for(lock, std::chrono::milliseconds(10));
-        if (!s.ready && idle) {
-            lock.unlock();
-            idle();
-            lock.lock();
+    if (!s.ready) {
+        // Readers held back by the window get the room taken so far before the owner sleeps.
+        if (m_readersWaiting > 0) {
+            m_roomMark = m_taken;
+            m_roomCv.notify_all();
         }
+        m_wantUpTo = std::min(i + std::max(1, m_window / 4), m_count - 1);
+        m_ownerWaiting = true;
+        while (!s.ready) {
+            if (m_threads.empty())
+                break; // stopped: nothing comes any more
+            m_readyCv.wait_for(lock, std::chrono::milliseconds(10));
+            if (!s.ready && idle) {
+                lock.unlock();
+                idle();
+                lock.lock();
+            }
+        }
+        m_ownerWaiting = false;
+        if (!s.ready)
+            return {};
     }
     FileRead out = std::move(s.read);
     s.read = FileRead();
     s.ready = false;
     m_taken = i + 1;
+    const bool room = m_readersWaiting > 0 && m_taken - m_roomMark >= std::max(1, m_window / 8);
+    if (room)
+        m_roomMark = m_taken;
     lock.unlock();
-    m_roomCv.notify_all();
+    if (room)
+        m_roomCv.notify_all();
     return out;
 }
 

@@ -63,6 +63,10 @@ private:
     int m_next = 0;                    // next entry to hand to a reader
     int m_taken = 0;                   // entries taken by the owner
     bool m_stop = false;
+    bool m_ownerWaiting = false; // the owner sleeps in Take
+    int m_wantUpTo = 0;          // ... until this entry is read (or the last one)
+    int m_readersWaiting = 0;    // readers held back by the window
+    int m_roomMark = 0;          // m_taken when they were last woken
     std::vector<std::thread> m_threads;
 };
 
