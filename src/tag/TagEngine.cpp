@@ -4,6 +4,7 @@
 #include "platform/PosixFile.h"
 #include "tag/EngineData.h"
 #include "tag/FormatRead.h"
+#include "tag/TagStreams.h"
 #include "tag/TagText.h"
 
 #include <QDir>
@@ -149,7 +150,7 @@ int TagEngine::OpenFile(const QString& path) {
     const FileIdentity id{static_cast<quint64>(st.st_dev), static_cast<quint64>(st.st_ino), st.st_ctim.tv_sec,
                           st.st_ctim.tv_nsec};
     d->synced.fill(id);
-    TagLib::FileStream stream(native.constData(), true);
+    qlt_tag::ReadStream stream(native, d->size);
     if (!stream.isOpen()) {
         d->error = QStringLiteral("The file %1 can't be read.").arg(QDir::toNativeSeparators(path));
         return 0;

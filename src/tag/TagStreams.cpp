@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -47,6 +48,116 @@ long RangeStream::tell() const {
 
 long RangeStream::length() {
     return static_cast<long>(m_end - m_start);
+}
+
+} // namespace qlt_tag
+
+// ---- ReadStream ----------------------------------------------------------------------------
+
+namespace qlt_tag {
+
+ReadStream::ReadStream(const QByteArray& nativePath, long long length) : m_path(nativePath) {
+    // O_NONBLOCK keeps a FIFO from blocking the open; it changes nothing for a plain file.
+    m_fd = ::open(m_path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (m_fd < 0)
+        return;
+    if (length < 0) {
+        struct stat st {};
+        length = ::fstat(m_fd, &st) == 0 ? static_cast<long long>(st.st_size) : 0;
+    }
+    m_length = length;
+}
+
+ReadStream::~ReadStream() {
+    if (m_fd >= 0)
+        ::close(m_fd);
+}
+
+TagLib::FileName ReadStream::name() const {
+    return m_path.constData();
+}
+
+long long ReadStream::PRead(long long pos, char* out, long long count) {
+    long long done = 0;
+    while (done < count) {
+        const ssize_t n = ::pread(m_fd, out + done, static_cast<size_t>(count - done), pos + done);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            break;
+        done += n;
+    }
+    return done;
+}
+
+const char* ReadStream::Block(long long start, long long& valid) {
+    Cached* slot = &m_cache[0];
+    for (Cached& c : m_cache) {
+        if (c.start == start) {
+            c.use = ++m_clock;
+            valid = c.valid;
+            return c.bytes.constData();
+        }
+        if (c.use < slot->use)
+            slot = &c;
+    }
+    if (slot->bytes.size() != kBlock)
+        slot->bytes.resize(kBlock);
+    slot->start = start;
+    slot->valid = PRead(start, slot->bytes.data(), kBlock);
+    slot->use = ++m_clock;
+    valid = slot->valid;
+    return slot->bytes.constData();
+}
+
+long long ReadStream::ReadAt(long long pos, char* out, long long count) {
+    if (count >= 2 * kBlock)
+        return PRead(pos, out, count); // a picture or a big tag: straight into the result
+    long long done = 0;
+    while (done < count) {
+        const long long at = pos + done;
+        const long long start = at - at % kBlock;
+        long long valid = 0;
+        const char* block = Block(start, valid);
+        const long long from = at - start;
+        if (from >= valid)
+            break;
+        const long long n = std::min(count - done, valid - from);
+        std::memcpy(out + done, block + from, static_cast<std::size_t>(n));
+        done += n;
+        if (valid < kBlock)
+            break; // the end of the file
+    }
+    return done;
+}
+
+TagLib::ByteVector ReadStream::readBlock(unsigned long length) {
+    if (m_fd < 0 || length == 0 || m_pos >= m_length)
+        return TagLib::ByteVector();
+    const long long want = std::min<long long>(static_cast<long long>(length), m_length - m_pos);
+    TagLib::ByteVector data(static_cast<unsigned int>(want));
+    const long long got = ReadAt(m_pos, data.data(), want);
+    if (got < want)
+        data.resize(static_cast<unsigned int>(got));
+    m_pos += got;
+    return data;
+}
+
+void ReadStream::seek(long offset, Position p) {
+    long long pos = offset;
+    if (p == Current)
+        pos = m_pos + offset;
+    else if (p == End)
+        pos = m_length + offset;
+    m_pos = std::max<long long>(0, pos);
+}
+
+long ReadStream::tell() const {
+    return static_cast<long>(m_pos);
+}
+
+long ReadStream::length() {
+    return static_cast<long>(m_length);
 }
 
 } // namespace qlt_tag
