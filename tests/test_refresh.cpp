@@ -10,6 +10,7 @@
 #include "list/modRefresh.h"
 #include "list/modScan.h"
 #include "platform/PosixFile.h"
+#include "platform/SafeFile.h"
 #include "tag/TagEngine.h"
 #include "tag/modTagList.h"
 
@@ -92,6 +93,20 @@ private slots:
                             .arg(qint64(st.st_mtim.tv_sec))
                             .arg(qint64(st.st_mtim.tv_nsec)));
         QCOMPARE(FileStampText(music + "/gone.mp3"), QString());
+        // The same record from the engine's look at the file when it opened it: for a
+        // song, a file that is no song, a folder and a file that is not there.
+        TagEngine engine;
+        QVERIFY(engine.OpenFile(path) != 0);
+        QCOMPARE(OpenedFileStampText(engine), stamp);
+        const QString junk = music + "/junk.mp3";
+        QVERIFY(SafeFile::WriteWholeFile(junk, QByteArray(300, 'x')));
+        QCOMPARE(engine.OpenFile(junk), 0);
+        QCOMPARE(OpenedFileStampText(engine), FileStampText(junk));
+        QCOMPARE(engine.OpenFile(music), 0);
+        QCOMPARE(OpenedFileStampText(engine), FileStampText(music));
+        QCOMPARE(engine.OpenFile(music + "/gone.mp3"), 0);
+        QCOMPARE(OpenedFileStampText(engine), QString());
+        QVERIFY(QFile::remove(junk));
         QCOMPARE(StampedKey(u"12k", u"5:1.2"), QStringLiteral("12k|5:1.2"));
         QCOMPARE(StampedKey(u"12k", u""), QStringLiteral("12k"));
         QCOMPARE(KeyIdentity(u"12k|5:1.2"), QStringView(u"12k"));

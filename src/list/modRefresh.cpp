@@ -38,13 +38,25 @@ struct BusyFlags {
 
 } // namespace
 
+namespace {
+QString StampText(qint64 size, qint64 sec, qint64 nsec) {
+    return QString::number(size) + QLatin1Char(':') + QString::number(sec) + QLatin1Char('.') +
+           QString::number(nsec);
+}
+} // namespace
+
 QString FileStampText(const QString& path) {
     struct stat st {};
     if (PosixFile::Stat(path, st) != 0)
         return QString();
-    return QString::number(qint64(st.st_size)) + QLatin1Char(':') +
-           QString::number(qint64(st.st_mtim.tv_sec)) + QLatin1Char('.') +
-           QString::number(qint64(st.st_mtim.tv_nsec));
+    return StampText(qint64(st.st_size), qint64(st.st_mtim.tv_sec), qint64(st.st_mtim.tv_nsec));
+}
+
+QString OpenedFileStampText(const TagEngine& engine) {
+    qint64 size = 0, sec = 0, nsec = 0;
+    if (!engine.OpenedFileTimes(size, sec, nsec))
+        return QString();
+    return StampText(size, sec, nsec);
 }
 
 RefreshResult RefreshChanged(DataGrid& list, TagEngine& engine, Prompt& prompt, const ScanHooks& hooks,
@@ -89,8 +101,8 @@ RefreshResult RefreshChanged(DataGrid& list, TagEngine& engine, Prompt& prompt, 
     ReadPool pool(count, threads > 0 ? threads : ScanReadThreads(), engine,
                   [&paths, digits](TagEngine& e, int i, FileRead& out) {
                       const QString& path = paths.at(i);
-                      out.stamp = FileStampText(path);
                       out.type = e.OpenFile(path);
+                      out.stamp = OpenedFileStampText(e);
                       out.cells = FileRowCells(e, path, out.type, 0, digits);
                   });
     for (int i = 0; i < count; ++i) {

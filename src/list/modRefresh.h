@@ -20,6 +20,9 @@ class TagEngine;
 // "size:seconds.nanoseconds" of the file's modification time; empty when it can't be
 // read. The record behind "|" in the key of a row read from a file (list/RowKeys.h).
 QString FileStampText(const QString& path);
+// The same record from the look the engine took when it opened its current file, which
+// saves a second stat when the file is read anyway.
+QString OpenedFileStampText(const TagEngine& engine);
 
 struct RefreshResult {
     int rows = 0;      // rows looked at

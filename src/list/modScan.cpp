@@ -324,9 +324,9 @@ struct ScanFlags {
 void ReadEntry(TagEngine& engine, const QString& entry, bool skipUnreadable, int digits, FileRead& out) {
     const bool folderEntry = entry.startsWith(QLatin1String(">>"));
     const QString path = folderEntry ? entry.mid(2) : entry;
-    if (!folderEntry)
-        out.stamp = FileStampText(path);
     out.type = folderEntry ? 0 : engine.OpenFile(path);
+    if (!folderEntry)
+        out.stamp = OpenedFileStampText(engine); // as found before the read
     if (out.type == 0 && skipUnreadable)
         return;
     if (folderEntry)

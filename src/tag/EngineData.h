@@ -73,6 +73,8 @@ struct EngineData {
     int type = 0;
     FileLayout layout;
     qint64 size = 0;
+    bool statOk = false;                              // the file was found when it was opened
+    qint64 statSize = 0, mtimeSec = 0, mtimeNsec = 0; // its size and modification time then
     float duration = 0;
     int bitrate = 0;
     int frequency = 0;

@@ -142,6 +142,10 @@ int TagEngine::OpenFile(const QString& path) {
         d->error = QStringLiteral("The file %1 can't be found.").arg(QDir::toNativeSeparators(path));
         return 0;
     }
+    d->statOk = true;
+    d->statSize = st.st_size;
+    d->mtimeSec = st.st_mtim.tv_sec;
+    d->mtimeNsec = st.st_mtim.tv_nsec;
     if (!S_ISREG(st.st_mode)) {
         d->error = QStringLiteral("%1 is not a file.").arg(QDir::toNativeSeparators(path));
         return 0;
@@ -159,10 +163,14 @@ int TagEngine::OpenFile(const QString& path) {
     if (d->type != 0 && !ReadFormat(&stream, *d))
         d->type = 0;
     if (d->type == 0) {
-        const qint64 size = d->size;
-        *d = EngineData();
-        d->path = path;
-        d->size = size;
+        EngineData kept;
+        kept.path = path;
+        kept.size = d->size;
+        kept.statOk = d->statOk;
+        kept.statSize = d->statSize;
+        kept.mtimeSec = d->mtimeSec;
+        kept.mtimeNsec = d->mtimeNsec;
+        *d = std::move(kept);
         d->error =
             QStringLiteral("%1 is no audio file that can be read.").arg(QDir::toNativeSeparators(path));
         return 0;
@@ -186,6 +194,12 @@ float TagEngine::DurationSeconds() const {
 }
 qint64 TagEngine::FileSizeBytes() const {
     return d->size;
+}
+bool TagEngine::OpenedFileTimes(qint64& size, qint64& mtimeSec, qint64& mtimeNsec) const {
+    size = d->statSize;
+    mtimeSec = d->mtimeSec;
+    mtimeNsec = d->mtimeNsec;
+    return d->statOk;
 }
 int TagEngine::Bitrate() const {
     return d->bitrate;

@@ -60,6 +60,9 @@ public:
     // ---- audio data ---------------------------------------------------------------------
     float DurationSeconds() const;
     qint64 FileSizeBytes() const;
+    // Size and modification time of the file as found by OpenFile before it read a byte;
+    // false when it wasn't found.
+    bool OpenedFileTimes(qint64& size, qint64& mtimeSec, qint64& mtimeNsec) const;
     int Bitrate() const;              // kbit/s
     int Frequency() const;            // Hz
     QString TrackNumberValue() const; // the file's track as a plain number, "0" for none
