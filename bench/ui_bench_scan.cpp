@@ -1,6 +1,7 @@
 // The scan in the window (progress bar, footer text, an event pump per file) against
 // the same scan without a window (as quillotune-cli runs it). Usage:
-//   ui_bench_scan [COUNT]   (default 10000; the tree is /tmp/qlt_corpus_COUNT, made by
+//   ui_bench_scan [COUNT]   (default 10000; the tree is qlt_corpus_COUNT under /tmp or QLT_BENCH_TREES, made
+//   by
 //                            bench_scan when missing)
 #include "app/DataGridView.h"
 #include "app/FolderPanel.h"
@@ -35,7 +36,7 @@ using bench::Seconds;
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     const int count = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 10000;
-    const QString root = QStringLiteral("/tmp/qlt_corpus_%1").arg(count);
+    const QString root = bench::TreeFolder() + QStringLiteral("/qlt_corpus_%1").arg(count);
     if (!corpus::MakeCorpus(FixtureDir(), root, count)) {
         std::printf("could not write the tree %s\n", qPrintable(root));
         return 1;
