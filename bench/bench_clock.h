@@ -1,6 +1,10 @@
 #pragma once
 // Small helpers shared by the scan benchmarks: where the fixtures lie, and the clocks.
 
+#include "core/DataGrid.h"
+#include "list/modScan.h"
+#include "tag/TagEngine.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -40,6 +44,23 @@ inline double Cpu() {
 
 inline double Seconds(const QElapsedTimer& t) {
     return double(t.nsecsElapsed()) / 1e9;
+}
+
+// The folder scan of `root` with its sub-folders into `list` on `threads` readers, timed.
+struct WallCpu {
+    double wall = 0, cpu = 0;
+};
+inline WallCpu ScanTree(DataGrid& list, const QString& root, int threads) {
+    EnsureInputColumns(list);
+    ScanOptions o;
+    o.subFolders = true;
+    o.threads = threads;
+    TagEngine engine;
+    QElapsedTimer t;
+    t.start();
+    const double c0 = Cpu();
+    ScanFolder(list, root, o, engine);
+    return {Seconds(t), Cpu() - c0};
 }
 
 } // namespace bench

@@ -151,19 +151,12 @@ int main(int argc, char** argv) {
 
     const auto scan = [&](int t) {
         DataGrid list;
-        EnsureInputColumns(list);
-        ScanOptions o;
-        o.subFolders = true;
-        o.threads = t;
-        TagEngine engine;
-        QElapsedTimer w;
-        w.start();
-        const double c0 = Cpu();
-        ScanFolder(list, root, o, engine);
-        const Timed done{Seconds(w), Cpu() - c0};
+        const bench::WallCpu timed = bench::ScanTree(list, root, t);
+        const Timed done{timed.wall, timed.cpu};
         if (t == 1) {
             // The steps after the reading, which no reader shares.
-            w.restart();
+            QElapsedTimer w;
+            w.start();
             list.DoSort(QStringLiteral("7,3"), 1);
             std::printf("  (sort \"7,3\" of the rows %.2f s)\n", Seconds(w));
         }

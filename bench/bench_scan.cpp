@@ -85,16 +85,8 @@ struct Timed {
 Timed TimeScan(const QString& root, int threads, DataGrid* keep = nullptr) {
     DataGrid local;
     DataGrid& list = keep ? *keep : local;
-    EnsureInputColumns(list);
-    ScanOptions o;
-    o.subFolders = true;
-    o.threads = threads;
-    TagEngine engine;
-    QElapsedTimer t;
-    t.start();
-    const double c0 = Cpu();
-    ScanFolder(list, root, o, engine);
-    return {Seconds(t), Cpu() - c0, list.Rows()};
+    const bench::WallCpu t = bench::ScanTree(list, root, threads);
+    return {t.wall, t.cpu, list.Rows()};
 }
 
 // The sequential and the parallel scan against the plain loop, in one run.

@@ -33,13 +33,19 @@ TagLib::ByteVector RangeStream::readBlock(unsigned long length) {
     return data;
 }
 
+// Where a seek of either read stream lands; never before the start.
+static long long SeekTarget(long offset, TagLib::IOStream::Position p, long long pos, long long length) {
+    if (p == TagLib::IOStream::Current)
+        pos += offset;
+    else if (p == TagLib::IOStream::End)
+        pos = length + offset;
+    else
+        pos = offset;
+    return std::max<long long>(0, pos);
+}
+
 void RangeStream::seek(long offset, Position p) {
-    long long pos = offset;
-    if (p == Current)
-        pos = m_pos + offset;
-    else if (p == End)
-        pos = (m_end - m_start) + offset;
-    m_pos = std::max<long long>(0, pos);
+    m_pos = SeekTarget(offset, p, m_pos, m_end - m_start);
 }
 
 long RangeStream::tell() const {
@@ -144,12 +150,7 @@ TagLib::ByteVector ReadStream::readBlock(unsigned long length) {
 }
 
 void ReadStream::seek(long offset, Position p) {
-    long long pos = offset;
-    if (p == Current)
-        pos = m_pos + offset;
-    else if (p == End)
-        pos = m_length + offset;
-    m_pos = std::max<long long>(0, pos);
+    m_pos = SeekTarget(offset, p, m_pos, m_length);
 }
 
 long ReadStream::tell() const {
