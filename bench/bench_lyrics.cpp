@@ -112,16 +112,10 @@ void TextOf20000Lines() {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    QList<int> counts;
-    for (int i = 1; i < argc; ++i)
-        counts << QString::fromLocal8Bit(argv[i]).toInt();
-    if (counts.isEmpty())
-        counts << 10000;
-    for (int c : counts)
-        if (c > 0) {
-            RunOne(c);
-            RunReaders(c);
-        }
+    for (int c : bench::TreeCounts(argc, argv)) {
+        RunOne(c);
+        RunReaders(c);
+    }
     TextOf20000Lines();
     return 0;
 }

@@ -16,15 +16,11 @@
 namespace {
 
 int Pictures(const QString& root, TagEngine& engine, int threads) {
-    QStringList paths;
-    int count = 0;
-    FindFiles(root, QStringLiteral("*"), paths, true, count);
     DataGrid list;
-    DefineEmbeddedPictureColumns(list);
     EmbeddedSearch how;
     how.withPicturesOnly = false;
     how.threads = threads;
-    SearchEmbeddedPictures(list, engine, paths, how);
+    bench::SearchPicturesBelow(list, engine, root, how);
     return list.Rows();
 }
 
@@ -41,13 +37,8 @@ int SongsWithLrc(const QString& root, TagEngine& engine, int threads) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    QList<int> counts;
-    for (int i = 1; i < argc; ++i)
-        counts << QString::fromLocal8Bit(argv[i]).toInt();
-    if (counts.isEmpty())
-        counts << 10000;
-    for (int c : counts) {
-        const QString root = c > 0 ? bench::SearchTree(c) : QString();
+    for (int c : bench::TreeCounts(argc, argv)) {
+        const QString root = bench::SearchTree(c);
         if (root.isEmpty())
             continue;
         std::printf("\n== %d files with lyrics and pictures in %s\n", c, qPrintable(root));

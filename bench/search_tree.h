@@ -2,13 +2,16 @@
 // Shared by the benchmarks of the searches that open every file of a folder (lyric
 // entries, embedded pictures, songs with an "lrc" frame): their tree, with lyric entries,
 // pictures and "lrc" frames in its MP3 files, under bench::TreeFolder() as
-// qlt_corpus_extras_COUNT; a plain TagLib loop that reads the same frames; and the lines
-// that compare a search on one reader and on all cores with that loop.
+// qlt_corpus_extras_COUNT; a plain TagLib loop that reads the same frames; the picture
+// search over a folder; and the lines that compare a search on one reader and on all
+// cores with that loop.
 
 #include "bench_clock.h"
+#include "core/DataGrid.h"
 #include "list/ftcReadPool.h"
 #include "list/modScan.h"
 #include "make_corpus.h"
+#include "picture/modEmbeddedPictures.h"
 
 #include <QElapsedTimer>
 #include <QStringList>
@@ -48,26 +51,47 @@ inline int PlainFrameLoop(const QString& root) {
     FindFiles(root, QStringLiteral("*"), entries, true, count);
     int files = 0;
     qint64 sink = 0;
-    for (const QString& p : entries) {
-        TagLib::FileRef f(QFile::encodeName(p).constData(), true, TagLib::AudioProperties::Average);
-        if (f.isNull())
+    for (const QString& entry : entries) {
+        const QByteArray name = QFile::encodeName(entry);
+        const TagLib::FileRef ref(name.constData(), true, TagLib::AudioProperties::Average);
+        if (ref.isNull())
             continue;
         ++files;
-        if (auto* mp3 = dynamic_cast<TagLib::MPEG::File*>(f.file()); mp3 && mp3->hasID3v2Tag()) {
-            const TagLib::ID3v2::FrameListMap& frames = mp3->ID3v2Tag()->frameListMap();
-            for (const char* id : {"USLT", "APIC", "TXXX"}) {
-                const auto it = frames.find(id);
-                if (it != frames.end())
-                    for (const TagLib::ID3v2::Frame* frame : it->second)
-                        sink += frame->size();
-            }
-        }
-        if (TagLib::AudioProperties* a = f.audioProperties())
-            sink += a->lengthInMilliseconds();
+        sink += ref.audioProperties() ? ref.audioProperties()->lengthInMilliseconds() : 0;
+        auto* mp3 = dynamic_cast<TagLib::MPEG::File*>(ref.file());
+        if (!mp3 || !mp3->hasID3v2Tag())
+            continue;
+        const TagLib::ID3v2::FrameListMap& frames = mp3->ID3v2Tag()->frameListMap();
+        for (const char* id : {"USLT", "APIC", "TXXX"})
+            if (frames.contains(id))
+                for (const TagLib::ID3v2::Frame* frame : frames[id])
+                    sink += frame->size();
     }
     if (sink == 42)
         std::printf(" ");
     return files;
+}
+
+// The embedded-picture search over every file below `root`, as the picture area runs it
+// with its sub-folders. Returns the songs read.
+inline int SearchPicturesBelow(DataGrid& list, TagEngine& engine, const QString& root,
+                               const EmbeddedSearch& how) {
+    QStringList paths;
+    int count = 0;
+    FindFiles(root, QStringLiteral("*"), paths, true, count);
+    DefineEmbeddedPictureColumns(list);
+    return SearchEmbeddedPictures(list, engine, paths, how);
+}
+
+// The tree sizes on the command line, 10,000 when none is given.
+inline QList<int> TreeCounts(int argc, char** argv) {
+    QList<int> counts;
+    for (int i = 1; i < argc; ++i)
+        if (const int c = QString::fromLocal8Bit(argv[i]).toInt(); c > 0)
+            counts << c;
+    if (counts.isEmpty())
+        counts << 10000;
+    return counts;
 }
 
 inline void PrintRun(const char* what, const Run& r, const Run& loop, const Run* one) {

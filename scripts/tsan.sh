@@ -22,7 +22,7 @@ if [ ! -f build-tsan/build.ninja ]; then
     -DCMAKE_EXE_LINKER_FLAGS="-fsanitize=thread"
 fi
 cmake --build build-tsan -j "$(nproc)" --target test_scan_parallel test_refresh test_search_parallel quillotune-cli
-export TSAN_OPTIONS="halt_on_error=1 abort_on_error=0 exitcode=66 second_deadlock_stack=1 ${TSAN_OPTIONS:-}"
+export TSAN_OPTIONS="halt_on_error=1 abort_on_error=0 exitcode=66 second_deadlock_stack=1 suppressions=$PWD/scripts/tsan.supp ${TSAN_OPTIONS:-}"
 export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 export QLT_TREE_FILES="${QLT_TREE_FILES:-2000}"
 ./build-tsan/tests/test_scan_parallel

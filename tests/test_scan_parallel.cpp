@@ -59,11 +59,11 @@ class TestScanParallel : public QObject {
 private slots:
     void initTestCase() {
         QVERIFY(tmp.isValid());
-        music = tmp.path() + "/music";
-        QVERIFY(readtree::MakeMusicFolder(music));
-        tree = tmp.path() + "/tree";
-        treeFiles = readtree::TreeFiles(10000);
-        QVERIFY(corpus::MakeCorpus(FixtureDir(), tree, treeFiles));
+        readtree::Folders folders;
+        QVERIFY(folders.Make(tmp.path(), 10000));
+        music = folders.music;
+        tree = folders.tree;
+        treeFiles = folders.treeFiles;
     }
 
     void sameRowsOverTheFixtures_data() {

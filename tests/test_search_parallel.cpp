@@ -2,6 +2,7 @@
 // with an "lrc" frame) with readers on several threads: the same rows, cells, keys and
 // order as with one reader, over the fixtures with broken files and over a generated
 // tree, with and without an abort.
+#include "../bench/search_tree.h"
 #include "GridTestUtil.h"
 #include "ReadTreeFixture.h"
 #include "core/DataGrid.h"
@@ -63,11 +64,7 @@ Search Lyrics(const QString& root, int threads, bool withLyricsOnly, int cancelA
 // The embedded-picture search with `threads` readers; abortAt >= 0 aborts before file
 // abortAt (the files before it are listed).
 Search Pictures(const QString& root, int threads, bool withPicturesOnly, int abortAt = -1) {
-    QStringList paths;
-    int count = 0;
-    FindFiles(root, QStringLiteral("*"), paths, true, count);
     DataGrid list;
-    DefineEmbeddedPictureColumns(list);
     EmbeddedSearch how;
     how.withPicturesOnly = withPicturesOnly;
     how.threads = threads;
@@ -76,7 +73,7 @@ Search Pictures(const QString& root, int threads, bool withPicturesOnly, int abo
         how.aborted = [&] { return asked++ == abortAt; };
     TagEngine engine;
     Search s;
-    s.result = SearchEmbeddedPictures(list, engine, paths, how);
+    s.result = bench::SearchPicturesBelow(list, engine, root, how);
     s.rows = DumpGrid(list);
     return s;
 }
@@ -109,14 +106,39 @@ class TestSearchParallel : public QObject {
 
     QStringList roots() const { return {music, tree}; }
 
+    // Readers, folder (0 the fixtures, 1 the tree) and whether only songs with entries are listed.
+    static void SameRowsData(const char* only) {
+        QTest::addColumn<int>("threads");
+        QTest::addColumn<int>("root");
+        QTest::addColumn<bool>("only");
+        for (int t : {2, 3, 8})
+            for (int r : {0, 1})
+                for (bool o : {false, true})
+                    QTest::addRow("%d threads, %s, %s", t, r ? "tree" : "fixtures", o ? only : "all")
+                        << t << r << o;
+    }
+
+    // The search with the readers of the test's data row gives the rows of one reader.
+    void SameRowsAsOneReader(Search (*search)(const QString& root, int threads, bool only, int stopAt)) {
+        QFETCH(int, threads);
+        QFETCH(int, root);
+        QFETCH(bool, only);
+        const QString dir = roots()[root];
+        const Search one = search(dir, 1, only, -1);
+        const Search many = search(dir, threads, only, -1);
+        QVERIFY(one.result > 0);
+        QCOMPARE(many.result, one.result);
+        QCOMPARE(many.rows, one.rows);
+    }
+
 private slots:
     void initTestCase() {
         QVERIFY(tmp.isValid());
-        music = tmp.path() + "/music";
-        QVERIFY(readtree::MakeMusicFolder(music));
-        tree = tmp.path() + "/tree";
-        treeFiles = readtree::TreeFiles(450);
-        QVERIFY(corpus::MakeCorpus(FixtureDir(), tree, treeFiles, corpus::LyricsAndPictures(FixtureDir())));
+        readtree::Folders folders;
+        QVERIFY(folders.Make(tmp.path(), 450, corpus::LyricsAndPictures(FixtureDir())));
+        music = folders.music;
+        tree = folders.tree;
+        treeFiles = folders.treeFiles;
         // A song with lyrics and pictures cut short, one that can't be opened, one in a
         // folder every search passes over.
         const QString rich = tree + "/Artist 000/Album 0/15 - Artist 000 - Title 000014.mp3";
@@ -145,28 +167,8 @@ private slots:
         QVERIFY(lrc.result < treeFiles / 4);
     }
 
-    void lyricsSameRows_data() {
-        QTest::addColumn<int>("threads");
-        QTest::addColumn<int>("root");
-        QTest::addColumn<bool>("only");
-        for (int t : {2, 3, 8})
-            for (int r : {0, 1})
-                for (bool only : {false, true})
-                    QTest::addRow("%d threads, %s, %s", t, r ? "tree" : "fixtures",
-                                  only ? "with lyrics" : "all")
-                        << t << r << only;
-    }
-    void lyricsSameRows() {
-        QFETCH(int, threads);
-        QFETCH(int, root);
-        QFETCH(bool, only);
-        const QString dir = roots()[root];
-        const Search one = Lyrics(dir, 1, only);
-        const Search many = Lyrics(dir, threads, only);
-        QVERIFY(one.result > 0);
-        QCOMPARE(many.result, one.result);
-        QCOMPARE(many.rows, one.rows);
-    }
+    void lyricsSameRows_data() { SameRowsData("with lyrics"); }
+    void lyricsSameRows() { SameRowsAsOneReader(Lyrics); }
 
     void lyricsSameRowsAfterACancel_data() {
         QTest::addColumn<int>("cancelAt");
@@ -188,28 +190,8 @@ private slots:
         }
     }
 
-    void picturesSameRows_data() {
-        QTest::addColumn<int>("threads");
-        QTest::addColumn<int>("root");
-        QTest::addColumn<bool>("only");
-        for (int t : {2, 3, 8})
-            for (int r : {0, 1})
-                for (bool only : {false, true})
-                    QTest::addRow("%d threads, %s, %s", t, r ? "tree" : "fixtures",
-                                  only ? "with pictures" : "all")
-                        << t << r << only;
-    }
-    void picturesSameRows() {
-        QFETCH(int, threads);
-        QFETCH(int, root);
-        QFETCH(bool, only);
-        const QString dir = roots()[root];
-        const Search one = Pictures(dir, 1, only);
-        const Search many = Pictures(dir, threads, only);
-        QVERIFY(one.result > 0);
-        QCOMPARE(many.result, one.result);
-        QCOMPARE(many.rows, one.rows);
-    }
+    void picturesSameRows_data() { SameRowsData("with pictures"); }
+    void picturesSameRows() { SameRowsAsOneReader(Pictures); }
 
     void picturesSameRowsAfterAnAbort_data() {
         QTest::addColumn<int>("abortAt");

@@ -53,4 +53,17 @@ inline int TreeFiles(int fallback) {
     return wanted >= 300 ? wanted : fallback;
 }
 
+// The two folders of a test: the fixtures in `base`/music and a generated tree of
+// TreeFiles(fallback) files in `base`/tree, its templates given more by `hook`.
+struct Folders {
+    QString music, tree;
+    int treeFiles = 0;
+    bool Make(const QString& base, int fallback, const corpus::TemplateHook& hook = {}) {
+        music = base + "/music";
+        tree = base + "/tree";
+        treeFiles = TreeFiles(fallback);
+        return MakeMusicFolder(music) && corpus::MakeCorpus(FixtureDir(), tree, treeFiles, hook);
+    }
+};
+
 } // namespace readtree
