@@ -2,8 +2,8 @@
 // over the same tree; the search on one reader and on all cores against a plain TagLib
 // loop over a tree with lyric entries and pictures; and the reading and writing of a text
 // of 20,000 lines. Usage:
-//   bench_lyrics [COUNT...]      (default 10000; the trees go to /tmp/qlt_corpus_COUNT
-//                                 and QLT_BENCH_TREES/qlt_corpus_extras_COUNT)
+//   bench_lyrics [COUNT...]      (default 10000; the trees go to qlt_corpus_COUNT and
+//                                 qlt_corpus_extras_COUNT in QLT_BENCH_TREES, else /tmp)
 #include "bench_clock.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
@@ -56,7 +56,7 @@ Timed Lyrics(const QString& root, TagEngine& engine, int threads = 0) {
 }
 
 void RunOne(int count) {
-    const QString root = QStringLiteral("/tmp/qlt_corpus_%1").arg(count);
+    const QString root = bench::TreeFolder() + QStringLiteral("/qlt_corpus_%1").arg(count);
     if (!corpus::MakeCorpus(FixtureDir(), root, count)) {
         std::printf("could not write the tree %s\n", qPrintable(root));
         return;
