@@ -139,8 +139,9 @@ private slots:
         music = folders.music;
         tree = folders.tree;
         treeFiles = folders.treeFiles;
-        // A song with lyrics and pictures cut short, one that can't be opened, one in a
-        // folder every search passes over.
+        // A song with lyrics and pictures cut short, one without read rights (for a user
+        // other than root), a link to a file that is gone, a song in a folder every
+        // search passes over.
         const QString rich = tree + "/Artist 000/Album 0/15 - Artist 000 - Title 000014.mp3";
         const QByteArray bytes = readtree::ReadAll(rich);
         QVERIFY(bytes.size() > 2000);
@@ -150,6 +151,7 @@ private slots:
         cut.close();
         QVERIFY(QFile::copy(rich, music + "/sub 2/locked.mp3"));
         QCOMPARE(::chmod(QFile::encodeName(music + "/sub 2/locked.mp3").constData(), 0), 0);
+        QVERIFY(QFile::link(music + "/no such file.mp3", music + "/sub 1/gone.mp3"));
         QVERIFY(QDir().mkpath(music + "/System Volume"));
         QVERIFY(QFile::copy(rich, music + "/System Volume/skipped.mp3"));
     }
