@@ -1,12 +1,16 @@
 // The search for lyric entries of the texts area against the folder scan of the data list
-// over the same tree, and the reading and writing of a text of 20,000 lines. Usage:
-//   bench_lyrics [COUNT...]      (default 10000; the trees go to /tmp/qlt_corpus_COUNT)
+// over the same tree; the search on one reader and on all cores against a plain TagLib
+// loop over a tree with lyric entries and pictures; and the reading and writing of a text
+// of 20,000 lines. Usage:
+//   bench_lyrics [COUNT...]      (default 10000; the trees go to qlt_corpus_COUNT and
+//                                 qlt_corpus_extras_COUNT in QLT_BENCH_TREES, else /tmp)
 #include "bench_clock.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
 #include "list/modScan.h"
 #include "make_corpus.h"
 #include "platform/SafeFile.h"
+#include "search_tree.h"
 #include "tag/TagEngine.h"
 #include "text/modTexte.h"
 
@@ -38,11 +42,12 @@ Timed Scan(const QString& root, TagEngine& engine) {
     return {Seconds(t), Cpu() - c0, list.Rows()};
 }
 
-Timed Lyrics(const QString& root, TagEngine& engine) {
+Timed Lyrics(const QString& root, TagEngine& engine, int threads = 0) {
     ScriptedPrompt prompt;
     DataGrid txt, lyrics;
     TexteEnv env(prompt, engine, txt, lyrics);
     env.withSubFolderLyrics = true;
+    env.threads = threads;
     QElapsedTimer t;
     t.start();
     const double c0 = Cpu();
@@ -51,7 +56,7 @@ Timed Lyrics(const QString& root, TagEngine& engine) {
 }
 
 void RunOne(int count) {
-    const QString root = QStringLiteral("/tmp/qlt_corpus_%1").arg(count);
+    const QString root = bench::TreeFolder() + QStringLiteral("/qlt_corpus_%1").arg(count);
     if (!corpus::MakeCorpus(FixtureDir(), root, count)) {
         std::printf("could not write the tree %s\n", qPrintable(root));
         return;
@@ -66,6 +71,19 @@ void RunOne(int count) {
     std::printf("lyric search            %7.2f s  cpu %6.2f s  (%d rows)   %.2fx (cpu %.2fx)\n", lyr.wall,
                 lyr.cpu, lyr.rows, scan.wall > 0 ? lyr.wall / scan.wall : 0.0,
                 scan.cpu > 0 ? lyr.cpu / scan.cpu : 0.0);
+}
+
+// The search on one reader and on all cores, over the tree with lyric entries.
+void RunReaders(int count) {
+    const QString root = bench::SearchTree(count);
+    if (root.isEmpty()) {
+        std::printf("could not write the tree of %d files\n", count);
+        return;
+    }
+    std::printf("\n== %d files with lyrics and pictures in %s\n", count, qPrintable(root));
+    TagEngine engine;
+    bench::CompareSearch("lyric search", root,
+                         [&](int threads) { return Lyrics(root, engine, threads).rows; });
 }
 
 void TextOf20000Lines() {
@@ -94,14 +112,10 @@ void TextOf20000Lines() {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    QList<int> counts;
-    for (int i = 1; i < argc; ++i)
-        counts << QString::fromLocal8Bit(argv[i]).toInt();
-    if (counts.isEmpty())
-        counts << 10000;
-    for (int c : counts)
-        if (c > 0)
-            RunOne(c);
+    for (int c : bench::TreeCounts(argc, argv)) {
+        RunOne(c);
+        RunReaders(c);
+    }
     TextOf20000Lines();
     return 0;
 }

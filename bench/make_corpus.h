@@ -6,7 +6,8 @@
 // A set of tagged templates per format is written with TagLib first; the files of the
 // tree are byte copies of those templates, so that 100,000 files take seconds, not
 // minutes. The tree lives under /tmp, never in the repository. A tree that exists with
-// the marker file ".complete" is used as it stands.
+// the marker file ".complete" is used as it stands. A caller may give each template more
+// (lyrics, pictures) through a hook that gets the template's path, extension and variant.
 
 #include <QByteArray>
 #include <QDir>
@@ -14,16 +15,21 @@
 #include <QString>
 #include <QStringList>
 #include <cstdio>
+#include <functional>
 #include <taglib/apetag.h>
+#include <taglib/attachedpictureframe.h>
 #include <taglib/fileref.h>
 #include <taglib/id3v1tag.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/mpegfile.h>
 #include <taglib/tag.h>
 #include <taglib/textidentificationframe.h>
+#include <taglib/unsynchronizedlyricsframe.h>
 #include <vector>
 
 namespace corpus {
+
+using TemplateHook = std::function<void(const QString& path, const QString& ext, int variant)>;
 
 struct Template {
     QString ext;
@@ -36,7 +42,7 @@ inline TagLib::String T(const QString& s) {
 
 // Writes `variants` tagged copies of each fixture and returns them in memory.
 inline std::vector<std::vector<Template>> MakeTemplates(const QString& fixtureDir, const QString& work,
-                                                        int variants) {
+                                                        int variants, const TemplateHook& hook = {}) {
     // The mix of a typical collection: mostly MP3, then FLAC, OGG, M4A, WMA, the rest.
     const QStringList fixtures = {"tone.mp3", "tone.mp3",  "tone.mp3",  "tone.mp3", "tone.mp3",
                                   "tone.mp3", "tone.flac", "tone.flac", "tone.ogg", "tone.m4a",
@@ -98,6 +104,8 @@ inline std::vector<std::vector<Template>> MakeTemplates(const QString& fixtureDi
                     f.save();
                 }
             }
+            if (hook)
+                hook(path, ext, v);
             QFile in(path);
             if (in.open(QIODevice::ReadOnly))
                 set.push_back({ext, in.readAll()});
@@ -108,12 +116,57 @@ inline std::vector<std::vector<Template>> MakeTemplates(const QString& fixtureDi
     return out;
 }
 
+// A hook for the searches of lyrics and pictures: the MP3 templates get 0 to 3 lyric
+// entries; no picture, a cover (fixture cover.jpg), or a cover and a link to a picture
+// file, of varied types; every fifth an "LRC" user frame, some of them behind another.
+inline TemplateHook LyricsAndPictures(const QString& fixtureDir) {
+    QFile cover(fixtureDir + "/cover.jpg");
+    QByteArray jpeg = cover.open(QIODevice::ReadOnly) ? cover.readAll() : QByteArray();
+    return [jpeg](const QString& path, const QString& ext, int v) {
+        if (ext != QLatin1String("mp3"))
+            return;
+        TagLib::MPEG::File f(QFile::encodeName(path).constData());
+        TagLib::ID3v2::Tag* tag = f.ID3v2Tag(true);
+        static const char* languages[] = {"ger", "eng", "fra"};
+        for (int i = 1; i <= v % 4; ++i) {
+            auto* frame = new TagLib::ID3v2::UnsynchronizedLyricsFrame(TagLib::String::UTF8);
+            frame->setLanguage(languages[(v + i) % 3]);
+            frame->setDescription(T(QStringLiteral("Strophe %1/%2 ä").arg(i).arg(v)));
+            frame->setText(T(QStringLiteral("Zeile eins %1\r\nZeile zwei").arg(v)));
+            tag->addFrame(frame);
+        }
+        if (v % 3 >= 1) {
+            auto* frame = new TagLib::ID3v2::AttachedPictureFrame;
+            frame->setMimeType("image/jpeg");
+            frame->setDescription(T(QStringLiteral("Cover %1").arg(v)));
+            frame->setType(TagLib::ID3v2::AttachedPictureFrame::Type(v % 21));
+            frame->setPicture(TagLib::ByteVector(jpeg.constData(), unsigned(jpeg.size())));
+            tag->addFrame(frame);
+        }
+        if (v % 3 == 2) {
+            auto* frame = new TagLib::ID3v2::AttachedPictureFrame;
+            frame->setMimeType(T(QStringLiteral("-->/pictures/Bild %1.png").arg(v)));
+            frame->setDescription("Link");
+            frame->setType(TagLib::ID3v2::AttachedPictureFrame::Type((v + 7) % 21));
+            tag->addFrame(frame);
+        }
+        if (v % 5 == 1) {
+            auto* frame = new TagLib::ID3v2::UserTextIdentificationFrame(TagLib::String::UTF8);
+            frame->setDescription("LRC");
+            frame->setText(T(QStringLiteral("[00:01.00]Zeile %1").arg(v)));
+            tag->addFrame(frame);
+        }
+        f.save(TagLib::MPEG::File::AllTags, TagLib::File::StripNone, TagLib::ID3v2::v3);
+    };
+}
+
 // The tree of `count` files under `root`; returns false when it can't be written.
-inline bool MakeCorpus(const QString& fixtureDir, const QString& root, int count) {
+inline bool MakeCorpus(const QString& fixtureDir, const QString& root, int count,
+                       const TemplateHook& hook = {}) {
     if (QFile::exists(root + "/.complete"))
         return true;
     QDir(root).removeRecursively();
-    const auto templates = MakeTemplates(fixtureDir, root + "-templates", 32);
+    const auto templates = MakeTemplates(fixtureDir, root + "-templates", 32, hook);
     QDir(root + "-templates").removeRecursively();
     std::size_t kinds = templates.size();
     if (kinds == 0)

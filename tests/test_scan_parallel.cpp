@@ -1,8 +1,7 @@
 // The folder scan and the re-read with readers on several threads: the same rows, cells,
 // keys and order as with one thread, byte for byte in the saved list, with and without
 // an abort; the reader pool itself (order, stop with files in hand).
-#include "../bench/make_corpus.h"
-#include "TestPaths.h"
+#include "ReadTreeFixture.h"
 #include "core/AppState.h"
 #include "core/DataGrid.h"
 #include "core/Prompt.h"
@@ -19,15 +18,7 @@
 
 namespace {
 
-bool Copy(const QString& fixture, const QString& target) {
-    QDir().mkpath(QFileInfo(target).path());
-    return QFile::copy(FixtureDir() + "/" + fixture, target);
-}
-
-QByteArray ReadAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
+using readtree::ReadAll;
 
 // The saved list of a scan of `root` with `threads` readers; abortAt >= 0 presses the
 // abort button while entry abortAt is being read.
@@ -68,28 +59,11 @@ class TestScanParallel : public QObject {
 private slots:
     void initTestCase() {
         QVERIFY(tmp.isValid());
-        music = tmp.path() + "/music";
-        const QStringList fixtures = QDir(FixtureDir()).entryList(QDir::Files);
-        int n = 0;
-        for (const QString& f : fixtures) {
-            for (int copy = 0; copy < 3; ++copy, ++n) {
-                const QString dir = music + (copy == 0 ? QString() : QStringLiteral("/sub %1").arg(copy));
-                QVERIFY(Copy(f, dir + QStringLiteral("/%1 - Artist %2 - Song %3.%4")
-                                          .arg(n, 2, 10, QChar('0'))
-                                          .arg(copy)
-                                          .arg(n)
-                                          .arg(QFileInfo(f).suffix())));
-            }
-        }
-        QFile broken(music + "/broken.mp3");
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("ID3\x04\x00\x00\x00\x00\x00\x05not an mp3");
-        broken.close();
-        QDir().mkpath(music + "/empty folder");
-        tree = tmp.path() + "/tree";
-        if (qEnvironmentVariableIntValue("QLT_TREE_FILES") >= 300)
-            treeFiles = qEnvironmentVariableIntValue("QLT_TREE_FILES");
-        QVERIFY(corpus::MakeCorpus(FixtureDir(), tree, treeFiles));
+        readtree::Folders folders;
+        QVERIFY(folders.Make(tmp.path(), 10000));
+        music = folders.music;
+        tree = folders.tree;
+        treeFiles = folders.treeFiles;
     }
 
     void sameRowsOverTheFixtures_data() {
@@ -125,9 +99,7 @@ private slots:
 
     void sameRowsAfterAnAbort_data() {
         QTest::addColumn<int>("abortAt");
-        const int files = qEnvironmentVariableIntValue("QLT_TREE_FILES") >= 300
-                              ? qEnvironmentVariableIntValue("QLT_TREE_FILES")
-                              : 10000;
+        const int files = readtree::TreeFiles(10000);
         for (int at : {0, 1, 2, 9, 255, 256, 257, files * 4 / 10, files - 2})
             QTest::addRow("at %d", at) << at;
     }

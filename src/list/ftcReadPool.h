@@ -25,6 +25,9 @@ struct FileRead {
     int type = 0;      // OpenFile's result; 0 also for a folder entry or an entry not read
     QStringList cells; // the row's cells (empty when none were built)
     QString stamp;     // size and modification time before the read (FileStampText)
+
+    // The searches: the rows one file gives, in order (any number, or none).
+    std::vector<QStringList> rows;
 };
 
 class ReadPool {

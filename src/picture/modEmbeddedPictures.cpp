@@ -6,6 +6,7 @@
 #include "core/Settings.h"
 #include "file/modFileCommands.h"
 #include "list/ftcNames.h"
+#include "list/ftcReadPool.h"
 #include "picture/PictureColumns.h"
 #include "tag/TagEngine.h"
 
@@ -127,10 +128,17 @@ void SetEmbeddedPictureCaptions(DataGrid& list) {
         list.SetColumnCaption(c, Caption(rows[c - 1]));
 }
 
-int AddEmbeddedPictureRows(DataGrid& list, const TagEngine& engine, const QString& folder,
-                           const QString& name, bool withPicturesOnly) {
+QStringList PictureTypeNames() {
+    QStringList names;
+    for (int t = 0; t < PictureTypeCount(); ++t)
+        names << PictureTypeName(t);
+    return names;
+}
+
+void EmbeddedPictureCells(const TagEngine& engine, const QString& folder, const QString& name,
+                          bool withPicturesOnly, const QStringList& typeNames,
+                          std::vector<QStringList>& rows) {
     const int count = engine.PictureCount();
-    int added = 0;
     for (int i = 1; i <= count; ++i) {
         QStringList cells(IPicCol::Count);
         const QString mime = engine.PictureMime(i);
@@ -143,19 +151,34 @@ int AddEmbeddedPictureRows(DataGrid& list, const TagEngine& engine, const QStrin
         }
         cells[IPicCol::Filename - 1] = name;
         cells[IPicCol::Description - 1] = engine.PictureDescription(i);
-        cells[IPicCol::PicType - 1] = PictureTypeName(engine.PictureType(i));
+        const int type = engine.PictureType(i);
+        cells[IPicCol::PicType - 1] = type >= 0 && type < typeNames.size() ? typeNames.at(type) : QString();
         cells[IPicCol::Path - 1] = folder;
-        list.AddRow(cells, QString::number(NextKey(list)));
-        ++added;
+        rows.push_back(std::move(cells));
     }
     if (count == 0 && !withPicturesOnly) {
         QStringList cells(IPicCol::Count);
         cells[IPicCol::Filename - 1] = name;
         cells[IPicCol::Path - 1] = folder;
-        list.AddRow(cells, QString::number(NextKey(list)));
-        ++added;
+        rows.push_back(std::move(cells));
     }
-    return added;
+}
+
+namespace {
+
+int AppendEmbeddedPictureRows(DataGrid& list, const std::vector<QStringList>& rows) {
+    for (const QStringList& cells : rows)
+        list.AddRow(cells, QString::number(NextKey(list)));
+    return int(rows.size());
+}
+
+} // namespace
+
+int AddEmbeddedPictureRows(DataGrid& list, const TagEngine& engine, const QString& folder,
+                           const QString& name, bool withPicturesOnly) {
+    std::vector<QStringList> rows;
+    EmbeddedPictureCells(engine, folder, name, withPicturesOnly, PictureTypeNames(), rows);
+    return AppendEmbeddedPictureRows(list, rows);
 }
 
 bool ProgressDue(int position, int total) {
@@ -164,30 +187,50 @@ bool ProgressDue(int position, int total) {
     return position % (total < 201 ? 10 : 50) == 0;
 }
 
+namespace {
+
+// A search entry as a path: a folder entry loses its ">>".
+QString EntryPath(const QString& entry) {
+    return entry.startsWith(QLatin1String(">>")) ? entry.mid(2) : entry;
+}
+
+} // namespace
+
 int SearchEmbeddedPictures(DataGrid& list, TagEngine& engine, const QStringList& paths,
                            const EmbeddedSearch& how) {
     const int total = int(paths.size());
+    const QStringList typeNames = PictureTypeNames(); // the settings and captions stay on this thread
+    const bool withPicturesOnly = how.withPicturesOnly;
+    // The readers open the files and build their rows; this loop appends them in order.
+    ReadPool pool(total, how.threads > 0 ? how.threads : ScanReadThreads(), engine,
+                  [&paths, &typeNames, withPicturesOnly](TagEngine& e, int n, FileRead& out) {
+                      const QString path = EntryPath(paths.at(n));
+                      if (SweepSkips(path))
+                          return;
+                      out.type = e.OpenFile(path);
+                      if (out.type == 0)
+                          return;
+                      QString folder, name;
+                      SplitPath(path, folder, name);
+                      EmbeddedPictureCells(e, folder, name, withPicturesOnly, typeNames, out.rows);
+                  });
     int read = 0;
     for (int n = 0; n < total; ++n) {
         if (how.pump)
             how.pump();
         if (how.aborted && how.aborted())
             break;
-        QString path = paths[n];
-        if (path.startsWith(QLatin1String(">>")))
-            path.remove(0, 2);
-        if (SweepSkips(path))
+        const FileRead file = pool.Take(n, how.pump);
+        if (SweepSkips(EntryPath(paths[n])))
             continue;
-        QString folder, name;
-        SplitPath(path, folder, name);
-        const int type = engine.OpenFile(path);
         if (how.progress && ProgressDue(n + 1, total))
             how.progress(QStringLiteral("%1 / %2").arg(n + 1).arg(total));
-        if (type == 0)
+        if (file.type == 0)
             continue;
         ++read;
-        AddEmbeddedPictureRows(list, engine, folder, name, how.withPicturesOnly);
+        AppendEmbeddedPictureRows(list, file.rows);
     }
+    pool.Stop(); // the files in the readers' hands are finished, their rows dropped
     return read;
 }
 

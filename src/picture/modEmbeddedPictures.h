@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <vector>
 
 class DataGrid;
 class Prompt;
@@ -40,6 +41,15 @@ QString EmbeddedPictureFileName(const QString& songBase, int i, const QString& d
 void DefineEmbeddedPictureColumns(DataGrid& list);
 void SetEmbeddedPictureCaptions(DataGrid& list);
 
+// The names of all picture types, in the order of their numbers (PictureTypeName).
+QStringList PictureTypeNames();
+// The cells of the rows of the engine's current file (folder and name given), appended to
+// `rows`: one per picture, or one empty row when it has none and `withPicturesOnly` is
+// off. `typeNames` from PictureTypeNames(). Touches nothing but the engine: a reader
+// thread may call it with its own engine.
+void EmbeddedPictureCells(const TagEngine& engine, const QString& folder, const QString& name,
+                          bool withPicturesOnly, const QStringList& typeNames,
+                          std::vector<QStringList>& rows);
 // Adds the rows of the engine's current file (folder and name given): one per picture,
 // or one empty row when it has none and `withPicturesOnly` is off. Returns the rows
 // added. Row keys continue the running number.
@@ -55,9 +65,12 @@ struct EmbeddedSearch {
     std::function<void()> pump;                   // events between two files
     std::function<bool()> aborted;                // the abort flag
     std::function<void(const QString&)> progress; // footer of column 3
+    int threads = 0; // readers at once; 0 = as the preferences say (ScanReadThreads)
 };
 // Opens every path (an entry beginning with ">>" loses those two characters; paths
 // holding "system" or "recycler" are skipped) and adds its rows. Returns the songs read.
+// The files are read ahead on `threads` readers; the rows come in the order of `paths`,
+// and an abort drops what was read ahead.
 int SearchEmbeddedPictures(DataGrid& list, TagEngine& engine, const QStringList& paths,
                            const EmbeddedSearch& how);
 

@@ -2,6 +2,7 @@
 
 #include "core/CaptionRows.h"
 #include "core/DataGrid.h"
+#include "list/ftcReadPool.h"
 #include "platform/FolderWalk.h"
 #include "tag/TagEngine.h"
 #include "tag/TagEngineLrc.h"
@@ -20,12 +21,17 @@ bool Skipped(const QString& path) {
            path.contains(QLatin1String("recycler"), Qt::CaseInsensitive);
 }
 
-// Calls `take` for every file under `folder`; false when aborted.
-bool Walk(const QString& folder, bool subfolders, const STextFindOptions& o,
-          const std::function<void(const QString& folder, const QString& name)>& take) {
+struct FoundFile {
+    QString folder, name;
+    bool skipped; // a path with "system" or "recycler"
+};
+
+// Every file under `folder`, in the order of the walk: the files of a folder, then its
+// sub-folders one by one.
+std::vector<FoundFile> Walk(const QString& folder, bool subfolders) {
+    std::vector<FoundFile> found;
     std::vector<QString> todo{folder};
     std::set<FolderId> seen;
-    int done = 0;
     while (!todo.empty()) {
         const QString dir = todo.back();
         todo.pop_back();
@@ -34,6 +40,7 @@ bool Walk(const QString& folder, bool subfolders, const STextFindOptions& o,
         if (!ListFolder(dir, entries, &id) || !seen.insert(id).second)
             continue;
         const QString prefix = dir.endsWith(QLatin1Char('/')) ? dir : dir + QLatin1Char('/');
+        const QString cell = prefix.size() > 1 ? prefix.left(prefix.size() - 1) : prefix;
         std::vector<QString> subs;
         for (const FolderEntry& e : entries) {
             const QString path = prefix + e.name;
@@ -42,17 +49,36 @@ bool Walk(const QString& folder, bool subfolders, const STextFindOptions& o,
                     subs.push_back(path);
                 continue;
             }
-            ++done;
-            if (o.progress)
-                o.progress(done, path);
-            if (o.aborted && o.aborted())
-                return false;
-            if (!Skipped(path))
-                take(prefix.size() > 1 ? prefix.left(prefix.size() - 1) : prefix, e.name);
+            found.push_back({cell, e.name, Skipped(path)});
         }
         todo.insert(todo.end(), subs.rbegin(), subs.rend());
     }
-    return true;
+    return found;
+}
+
+// Whether a file found belongs in the list; `engine` is the reader's own.
+using Wanted = std::function<bool(TagEngine& engine, const FoundFile& file)>;
+
+// Adds the row of every file `wanted` takes, in the order of the walk, with the progress
+// and the abort test before each file. `threads` readers test the files ahead.
+void AddFound(DataGrid& g, TagEngine& engine, const std::vector<FoundFile>& found, int threads,
+              const STextFindOptions& o, const Wanted& wanted,
+              const std::function<QStringList(const FoundFile&)>& cells) {
+    const int count = int(found.size());
+    ReadPool pool(count, threads, engine, [&found, &wanted](TagEngine& e, int i, FileRead& out) {
+        const FoundFile& f = found[std::size_t(i)];
+        out.type = !f.skipped && wanted(e, f) ? 1 : 0;
+    });
+    for (int i = 0; i < count; ++i) {
+        const FoundFile& f = found[std::size_t(i)];
+        if (o.progress)
+            o.progress(i + 1, f.folder + QLatin1Char('/') + f.name);
+        if (o.aborted && o.aborted())
+            break;
+        if (pool.Take(i, {}).type != 0)
+            g.AddRow(cells(f));
+    }
+    pool.Stop(); // the files in the readers' hands are finished, their results dropped
 }
 
 } // namespace
@@ -85,12 +111,16 @@ int FindSongsWithLrc(DataGrid& g, TagEngine& engine, const QString& folder, cons
         g.Clear();
     const int before = g.Rows();
     g.LockUpdate(true);
-    Walk(folder, o.subfolders, o, [&](const QString& dir, const QString& name) {
-        // Any user frame named "lrc" counts, not only the first: the tag writer keeps the
-        // file's order of the frames, so a rating frame written before may stand first.
-        if (engine.OpenFile(dir + QLatin1Char('/') + name) == 1 && LrcFrameIndex(engine) > 0)
-            g.AddRow({QString(), name, dir});
-    });
+    AddFound(
+        g, engine, Walk(folder, o.subfolders), o.threads > 0 ? o.threads : ScanReadThreads(), o,
+        [](TagEngine& e, const FoundFile& f) {
+            // Any user frame named "lrc" counts, not only the first: the tag writer keeps the
+            // file's order of the frames, so a rating frame written before may stand first.
+            return e.OpenFile(f.folder + QLatin1Char('/') + f.name) == 1 && LrcFrameIndex(e) > 0;
+        },
+        [](const FoundFile& f) {
+            return QStringList{QString(), f.name, f.folder};
+        });
     g.LockUpdate(false);
     return g.Rows() - before;
 }
@@ -100,13 +130,19 @@ int FindTxtLrcFiles(DataGrid& g, const QString& folder, TxtLrcKind kind, const S
         g.Clear();
     const int before = g.Rows();
     g.LockUpdate(true);
-    Walk(folder, o.subfolders, o, [&](const QString& dir, const QString& name) {
-        const QString end = name.right(4).toLower();
-        const bool txt = end == QLatin1String(".txt"), lrc = end == QLatin1String(".lrc");
-        if ((kind == TxtLrcKind::Txt && txt) || (kind == TxtLrcKind::Lrc && lrc) ||
-            (kind == TxtLrcKind::Both && (txt || lrc)))
-            g.AddRow({name, dir, kind == TxtLrcKind::Both ? end.mid(1) : QString()});
-    });
+    const auto ending = [](const FoundFile& f) { return f.name.right(4).toLower(); };
+    TagEngine unused; // names only: no file is opened, no reader started
+    AddFound(
+        g, unused, Walk(folder, o.subfolders), 1, o,
+        [kind, ending](TagEngine&, const FoundFile& f) {
+            const QString end = ending(f);
+            const bool txt = end == QLatin1String(".txt"), lrc = end == QLatin1String(".lrc");
+            return (kind == TxtLrcKind::Txt && txt) || (kind == TxtLrcKind::Lrc && lrc) ||
+                   (kind == TxtLrcKind::Both && (txt || lrc));
+        },
+        [kind, ending](const FoundFile& f) {
+            return QStringList{f.name, f.folder, kind == TxtLrcKind::Both ? ending(f).mid(1) : QString()};
+        });
     g.LockUpdate(false);
     return g.Rows() - before;
 }

@@ -30,9 +30,12 @@ struct STextFindOptions {
     bool add = false; // add to the list instead of clearing it first
     std::function<void(int done, const QString& current)> progress; // may be empty
     std::function<bool()> aborted;                                  // may be empty
+    int threads = 0; // readers of the song search; 0 = as the preferences say (ScanReadThreads)
 };
 
-// Finds MP3 songs with a user frame named "lrc" (any case). Returns the rows added.
+// Finds MP3 songs with a user frame named "lrc" (any case). Returns the rows added. The
+// walk comes first; then the songs are opened ahead on the readers and their rows added
+// in the order of the walk.
 int FindSongsWithLrc(DataGrid& g, TagEngine& engine, const QString& folder, const STextFindOptions& o);
 // Finds text and LRC files by their last four letters. Returns the rows added.
 int FindTxtLrcFiles(DataGrid& g, const QString& folder, TxtLrcKind kind, const STextFindOptions& o);

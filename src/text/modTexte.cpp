@@ -9,6 +9,7 @@
 #include "core/Settings.h"
 #include "core/TextCodec.h"
 #include "list/ftcNames.h"
+#include "list/ftcReadPool.h"
 #include "list/modList.h"
 #include "list/modScan.h"
 #include "platform/PosixFile.h"
@@ -70,15 +71,22 @@ bool ReadBytes(const QString& path, QByteArray& bytes) {
     return PosixFile::ReadWholeFile(path, bytes);
 }
 
-// The walk of both searches: every file below `folder` with its number and the total.
-template <typename Fn>
-int WalkFiles(TexteEnv& env, const QString& folder, bool recurse, DataGrid& list, int footerCol,
-              Fn&& perFile) {
+// The rows one file gives a search; `engine` is the reader's own.
+using FileRows = std::function<void(TagEngine& engine, const QString& path, std::vector<QStringList>& rows)>;
+
+// The walk of both searches: every file below `folder`, with its number and the total in
+// the footer. `threads` readers compute the rows of the files ahead of this loop, which
+// appends them in the order of the walk; a cancel drops what was read ahead.
+int WalkFiles(TexteEnv& env, const QString& folder, bool recurse, DataGrid& list, int footerCol, int threads,
+              const FileRows& rowsOf) {
     QStringList paths;
     int count = 0;
     FindFiles(folder, QStringLiteral("*"), paths, recurse, count);
     paths.removeIf([](const QString& p) { return p.startsWith(QLatin1String(">>")); });
     const int total = int(paths.size());
+    ReadPool pool(total, threads, env.engine, [&paths, &rowsOf](TagEngine& e, int i, FileRead& out) {
+        rowsOf(e, paths.at(i), out.rows);
+    });
     int added = 0;
     for (int i = 0; i < total; ++i) {
         if (env.cancel && *env.cancel)
@@ -88,8 +96,12 @@ int WalkFiles(TexteEnv& env, const QString& folder, bool recurse, DataGrid& list
             if (env.pump)
                 env.pump();
         }
-        added += perFile(paths[i]);
+        FileRead read = pool.Take(i, env.pump);
+        for (const QStringList& row : read.rows)
+            list.AddRow(row);
+        added += int(read.rows.size());
     }
+    pool.Stop(); // the files in the readers' hands are finished, their rows dropped
     return added;
 }
 
@@ -208,15 +220,15 @@ int FindTextFilesIn(TexteEnv& env, const QString& folder) {
     env.txt.LockUpdate(true);
     if (!env.attachTxt)
         env.txt.Clear();
-    const int found =
-        WalkFiles(env, folder, env.withSubFolderTxt, env.txt, TxtCol::FileName, [&](const QString& path) {
-            if (!path.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive))
-                return 0;
-            QString dir, name;
-            SplitPath(path, dir, name);
-            env.txt.AddRow({name, dir});
-            return 1;
-        });
+    // Names only: no file is opened, so no reader is started.
+    const int found = WalkFiles(env, folder, env.withSubFolderTxt, env.txt, TxtCol::FileName, 1,
+                                [](TagEngine&, const QString& path, std::vector<QStringList>& rows) {
+                                    if (!path.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive))
+                                        return;
+                                    QString dir, name;
+                                    SplitPath(path, dir, name);
+                                    rows.push_back({name, dir});
+                                });
     ShowTxtCount(env.txt);
     env.txt.LockUpdate(false);
     env.txt.Refresh();
@@ -236,29 +248,34 @@ int FindLyrics(TexteEnv& env) {
     return FindLyricsIn(env, folder);
 }
 
+void LyricRowsOfFile(TagEngine& e, const QString& path, bool withLyricsOnly, std::vector<QStringList>& rows) {
+    if (TypeWithoutLyrics(e.OpenFile(path)))
+        return;
+    const int n = e.LyricCount();
+    if (n == 0 && withLyricsOnly)
+        return;
+    QString dir, name;
+    SplitPath(path, dir, name);
+    if (n == 0) {
+        rows.push_back({QString(), name, QString(), QString(), dir});
+        return;
+    }
+    for (int i = 1; i <= n; ++i)
+        rows.push_back({QString::number(i), name, e.LyricLanguage(i), e.LyricDescription(i), dir});
+}
+
 int FindLyricsIn(TexteEnv& env, const QString& folder) {
     DefineLyricsColumns(env.lyrics);
     env.lyrics.LockUpdate(true);
     if (!env.attachLyrics)
         env.lyrics.Clear();
-    TagEngine& e = env.engine;
-    const int added = WalkFiles(
-        env, folder, env.withSubFolderLyrics, env.lyrics, LyrCol::FileName, [&](const QString& path) {
-            if (TypeWithoutLyrics(e.OpenFile(path)))
-                return 0;
-            const int n = e.LyricCount();
-            if (n == 0 && env.withLyricsOnly)
-                return 0;
-            QString dir, name;
-            SplitPath(path, dir, name);
-            if (n == 0) {
-                env.lyrics.AddRow({QString(), name, QString(), QString(), dir});
-                return 1;
-            }
-            for (int i = 1; i <= n; ++i)
-                env.lyrics.AddRow({QString::number(i), name, e.LyricLanguage(i), e.LyricDescription(i), dir});
-            return n;
-        });
+    const bool withLyricsOnly = env.withLyricsOnly;
+    const int added =
+        WalkFiles(env, folder, env.withSubFolderLyrics, env.lyrics, LyrCol::FileName,
+                  env.threads > 0 ? env.threads : ScanReadThreads(),
+                  [withLyricsOnly](TagEngine& e, const QString& path, std::vector<QStringList>& rows) {
+                      LyricRowsOfFile(e, path, withLyricsOnly, rows);
+                  });
     ShowLyricsCount(env.lyrics);
     env.lyrics.LockUpdate(false);
     env.lyrics.Refresh();

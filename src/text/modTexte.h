@@ -13,6 +13,7 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <vector>
 
 class DataGrid;
 class Prompt;
@@ -73,6 +74,7 @@ struct TexteEnv {
     // long searches: called between two files so that the window stays alive
     std::function<void()> pump;
     const bool* cancel = nullptr; // btnTexte_CancelFindLyrics sets it
+    int threads = 0;              // readers of the lyric search; 0 = as the preferences say
     // the song to the player
     std::function<void(const QString& path)> playSong;
 
@@ -104,6 +106,11 @@ int FindTextFilesIn(TexteEnv& env, const QString& folder);
 // Files of type 0, 2, 5 and 9 are passed over. Returns the rows added, -1 on cancel.
 int FindLyrics(TexteEnv& env);
 int FindLyricsIn(TexteEnv& env, const QString& folder);
+// The rows of one song in the lyric search, read with `engine` (a reader's own): one per
+// lyric entry, one without index when it has none (not with `withLyricsOnly`), none for a
+// file that can't be read or whose type carries no entries.
+void LyricRowsOfFile(TagEngine& engine, const QString& path, bool withLyricsOnly,
+                     std::vector<QStringList>& rows);
 // A file type that carries no lyric entries.
 bool TypeWithoutLyrics(int type);
 
