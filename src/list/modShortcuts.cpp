@@ -177,7 +177,38 @@ bool RefKey(RefShortcutCommands& c, int key, int shift) {
         c.RemoveEntries();
         return true;
     }
-    if (shift == KeyMask::None && IsDigit(key)) {
+    if (MarkListKey(c, key, shift))
+        return true;
+    if (shift != KeyMask::Ctrl)
+        return false;
+    switch (key) {
+    case 'D':
+        c.DeleteRows();
+        return true;
+    case 'E':
+        c.ExportList();
+        return true;
+    case 'O':
+        c.FitColumns();
+        return true;
+    case 'F':
+        c.EraseMarks();
+        return true;
+    case 'M':
+        c.WriteMarkToHighlighted(MarkText(c.MarkBox()));
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool MarkListKey(MarkListShortcutCommands& c, int key, int shift) {
+    const bool digit = IsDigit(key);
+    if (shift == KeyMask::None) {
+        if (!digit)
+            return false;
         const QString sign = c.Signs().value(DigitRow(key) - 1);
         if (!sign.isEmpty())
             c.WriteMarkToHighlighted(sign);
@@ -194,7 +225,7 @@ bool RefKey(RefShortcutCommands& c, int key, int shift) {
     }
     if (shift != KeyMask::Ctrl)
         return false;
-    if (IsDigit(key)) {
+    if (digit) {
         c.SetMarkBox(ToggledMark(c.MarkBox(), c.Signs().value(DigitRow(key) - 1)));
         return true;
     }
@@ -205,30 +236,13 @@ bool RefKey(RefShortcutCommands& c, int key, int shift) {
     case 'A':
         c.HighlightAll();
         return true;
-    case 'D':
-        c.DeleteRows();
-        return true;
-    case 'E':
-        c.ExportList();
-        return true;
-    case 'O':
-        c.FitColumns();
-        return true;
-    case 'F':
-        c.EraseMarks();
-        return true;
     case 'I':
         c.InvertHighlight();
-        return true;
-    case 'M':
-        c.WriteMarkToHighlighted(MarkText(c.MarkBox()));
         return true;
     default:
         return false;
     }
 }
-
-} // namespace
 
 int ShortcutKeyCode(int qtKey, bool keypad, bool shifted) {
     if (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9)

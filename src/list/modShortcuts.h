@@ -76,26 +76,38 @@ public:
     virtual void FocusList() = 0;
 };
 
-// The commands the keys of the reference list ("Ref") reach.
-class RefShortcutCommands {
+// The mark keys that the reference list, the tag list and the playlist share: a digit
+// writes the mark of that row of the mark list (lbxSign) to the highlighted rows,
+// Ctrl+digit puts it into the list's mark box or takes it out, Ctrl+Shift+M highlights the
+// rows with the box's mark, Ctrl+Shift+R removes the marks, Ctrl+Enter opens the current
+// file, Ctrl+A highlights all rows and Ctrl+I inverts the highlight.
+class MarkListShortcutCommands {
 public:
-    virtual ~RefShortcutCommands() = default;
-    virtual bool DirectEdit() const = 0;
-    virtual void Inform(int captionRow) = 0;
-    virtual QStringList Signs() const = 0;
+    virtual ~MarkListShortcutCommands() = default;
+    virtual QStringList Signs() const = 0;                        // lbxSign rows 1 to 10
     virtual void WriteMarkToHighlighted(const QString& mark) = 0; // then the sums
-    virtual QString MarkBox() const = 0;                          // txtTab1_FTagRef
+    virtual QString MarkBox() const = 0;                          // the list's own mark box
     virtual void SetMarkBox(const QString& text) = 0;
+    virtual void OpenCurrentFile() = 0; // the desktop's default handler
     virtual void HighlightAll() = 0;
     virtual void InvertHighlight() = 0;
-    virtual void HighlightByMark() = 0; // btnTab1_RefFTagBlue
-    virtual void RemoveMarks() = 0;     // btnTab1_RemoveRefFtag
-    virtual void DeleteRows() = 0;      // btnTab1_DeleteRefRows
-    virtual void EraseMarks() = 0;      // every mark of the list
-    virtual void RemoveEntries() = 0;   // the highlighted rows leave the list; no file is touched
-    virtual void OpenCurrentFile() = 0; // the desktop's default handler
-    virtual void ExportList() = 0;      // btnTab1_RefExport
-    virtual void FitColumns() = 0;      // mnuSetOptimalColumn
+    virtual void HighlightByMark() = 0; // the rows whose mark equals the box
+    virtual void RemoveMarks() = 0;
+};
+// Runs the shared mark key; false when `keyCode` with `shift` is none of them.
+bool MarkListKey(MarkListShortcutCommands& c, int keyCode, int shift);
+
+// The commands the keys of the reference list ("Ref") reach. Its mark box is
+// txtTab1_FTagRef, HighlightByMark btnTab1_RefFTagBlue, RemoveMarks btnTab1_RemoveRefFtag.
+class RefShortcutCommands : public MarkListShortcutCommands {
+public:
+    virtual bool DirectEdit() const = 0;
+    virtual void Inform(int captionRow) = 0;
+    virtual void DeleteRows() = 0;    // btnTab1_DeleteRefRows
+    virtual void EraseMarks() = 0;    // every mark of the list
+    virtual void RemoveEntries() = 0; // the highlighted rows leave the list; no file is touched
+    virtual void ExportList() = 0;    // btnTab1_RefExport
+    virtual void FitColumns() = 0;    // mnuSetOptimalColumn
     virtual void FocusList() = 0;
 };
 

@@ -42,19 +42,9 @@ bool IsDigit(int key) {
     return key >= Vk::D0 && key <= Vk::D9;
 }
 
-QString Sign(const QStringList& signs, int key) {
-    return signs.value(DigitRow(key) - 1);
-}
-
 bool TagKey(TagShortcutCommands& c, int key, int shift) {
-    if (shift == KeyMask::None) {
-        if (!IsDigit(key))
-            return false;
-        const QString sign = Sign(c.Signs(), key);
-        if (!sign.isEmpty())
-            c.WriteMarkToHighlighted(sign);
+    if (MarkListKey(c, key, shift))
         return true;
-    }
     if (shift == KeyMask::Shift) {
         if (key < Vk::F1 || key > Vk::F1 + 4)
             return false;
@@ -73,34 +63,13 @@ bool TagKey(TagShortcutCommands& c, int key, int shift) {
             c.SetFieldBox(box, typical, ToggledMark(c.FieldBox(box, typical), value));
             return true;
         }
-        if (shift == KeyMask::CtrlAlt)
-            return false;
-        if (key == 'M')
-            c.HighlightByMark();
-        else if (key == 'R')
-            c.RemoveMarks();
-        else
-            return false;
-        return true;
+        return false;
     }
     if (shift != KeyMask::Ctrl)
         return false;
-    if (IsDigit(key)) {
-        c.SetMarkBox(ToggledMark(c.MarkBox(), Sign(c.Signs(), key)));
-        return true;
-    }
     switch (key) {
-    case Vk::Enter:
-        c.OpenCurrentFile();
-        return true;
-    case 'A':
-        c.HighlightAll();
-        return true;
     case 'F':
         c.FilterOnOff();
-        return true;
-    case 'I':
-        c.InvertHighlight();
         return true;
     case 'L':
         c.Filter();
@@ -117,14 +86,8 @@ bool TagKey(TagShortcutCommands& c, int key, int shift) {
 }
 
 bool PlaylistKey(PlaylistShortcutCommands& c, int key, int shift) {
-    if (shift == KeyMask::None) {
-        if (!IsDigit(key))
-            return false;
-        const QString sign = Sign(c.Signs(), key);
-        if (!sign.isEmpty())
-            c.WriteMarkToHighlighted(sign);
+    if (MarkListKey(c, key, shift))
         return true;
-    }
     if (shift == KeyMask::CtrlShift) {
         switch (key) {
         case 'D':
@@ -133,32 +96,13 @@ bool PlaylistKey(PlaylistShortcutCommands& c, int key, int shift) {
         case 'U':
             c.MoveUp();
             return true;
-        case 'M':
-            c.HighlightByMark();
-            return true;
-        case 'R':
-            c.RemoveMarks();
-            return true;
         default:
             return false;
         }
     }
     if (shift != KeyMask::Ctrl)
         return false;
-    if (IsDigit(key)) {
-        c.SetMarkBox(ToggledMark(c.MarkBox(), Sign(c.Signs(), key)));
-        return true;
-    }
     switch (key) {
-    case Vk::Enter:
-        c.OpenCurrentFile();
-        return true;
-    case 'A':
-        c.HighlightAll();
-        return true;
-    case 'I':
-        c.InvertHighlight();
-        return true;
     case 'M':
         c.MarkHighlighted();
         return true;

@@ -4,6 +4,8 @@
 // the preferences ("Preferences"). HandleShortcut hands these lists' keys here; the
 // commands run through the interfaces the windows register.
 
+#include "list/modShortcuts.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,46 +18,30 @@ public:
 };
 
 // The commands the keys of the tag list LbxTag reach.
-class TagShortcutCommands {
+// The mark box is txtTab2_FTag, RemoveMarks btnTab2_RemoveFTag.
+class TagShortcutCommands : public MarkListShortcutCommands {
 public:
-    virtual ~TagShortcutCommands() = default;
-    virtual QStringList Signs() const = 0;                        // lbxSign rows 1 to 10
-    virtual QStringList Ratings() const = 0;                      // lbxRating rows 1 to 6
-    virtual QStringList Moods() const = 0;                        // lbxMood rows 1 to 10
-    virtual void WriteMarkToHighlighted(const QString& mark) = 0; // FTag of the selected rows
-    virtual int FieldTab() const = 0;                             // SSTabFields
+    virtual QStringList Ratings() const = 0; // lbxRating rows 1 to 6
+    virtual QStringList Moods() const = 0;   // lbxMood rows 1 to 10
+    virtual int FieldTab() const = 0;        // SSTabFields
     virtual void SelectFieldTab(int index) = 0;
-    virtual void OpenCurrentFile() = 0;  // the desktop's default handler
-    virtual QString MarkBox() const = 0; // txtTab2_FTag
-    virtual void SetMarkBox(const QString& text) = 0;
-    virtual void HighlightAll() = 0;
-    virtual void InvertHighlight() = 0;
-    virtual void FilterOnOff() = 0;     // btnTab2_FilterOnOff
-    virtual void Filter() = 0;          // btnTab2_Filter
-    virtual void CopyToPlaylist() = 0;  // btnTab2_CopyToPlaylist
-    virtual void HighlightByMark() = 0; // the rows whose mark equals txtTab2_FTag
-    virtual void RemoveMarks() = 0;     // btnTab2_RemoveFTag
+    virtual void FilterOnOff() = 0;    // btnTab2_FilterOnOff
+    virtual void Filter() = 0;         // btnTab2_Filter
+    virtual void CopyToPlaylist() = 0; // btnTab2_CopyToPlaylist
     // The rating (13) and mood (14) boxes: of V2, or of the typical set.
     virtual QString FieldBox(int index, bool typical) const = 0;
     virtual void SetFieldBox(int index, bool typical, const QString& text) = 0;
 };
 
 // The commands the keys of the playlist LbxPlaylist reach.
-class PlaylistShortcutCommands {
+// The mark box is txtPlaylist_FTag; HighlightAll, InvertHighlight, HighlightByMark and
+// RemoveMarks are btnPlaylist_HighlightAll, _InvertHighlight, _FTagBlue and _RemoveFTag;
+// OpenCurrentFile opens the current song.
+class PlaylistShortcutCommands : public MarkListShortcutCommands {
 public:
-    virtual ~PlaylistShortcutCommands() = default;
-    virtual QStringList Signs() const = 0;
-    virtual void WriteMarkToHighlighted(const QString& mark) = 0; // then the sums
-    virtual void OpenCurrentFile() = 0;                           // the current song, default handler
-    virtual QString MarkBox() const = 0;                          // txtPlaylist_FTag
-    virtual void SetMarkBox(const QString& text) = 0;
-    virtual void HighlightAll() = 0;    // btnPlaylist_HighlightAll
-    virtual void InvertHighlight() = 0; // btnPlaylist_InvertHighlight
     virtual void MarkHighlighted() = 0; // btnPlaylist_SetFTagActRow
     virtual void MoveDown() = 0;        // btnPlaylist_Down
     virtual void MoveUp() = 0;          // btnPlaylist_Up
-    virtual void HighlightByMark() = 0; // btnPlaylist_FTagBlue
-    virtual void RemoveMarks() = 0;     // btnPlaylist_RemoveFTag
 };
 
 // The commands the keys of the picture area reach.
