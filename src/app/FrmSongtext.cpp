@@ -600,8 +600,7 @@ FrmSongtext* FrmSongtext::Install(QWidget* main, FrmSText* editor, QTabWidget* p
         }
         DataGrid& g = Grids::LbxInput();
         const int row = MarkedRow(g, 1, take);
-        return row > 0 ? g.CellText(row, InCol::Path) + QLatin1Char('/') + g.CellText(row, InCol::FileName)
-                       : QString();
+        return row > 0 ? InputRowPath(g, row) : QString();
     };
     // Escape in the main window closes the scrolling window while it is shown
     w->m_mainEscape = new QShortcut(QKeySequence(Qt::Key_Escape), main);

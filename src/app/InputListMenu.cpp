@@ -244,7 +244,7 @@ void InputListMenu::RunKey(const QString& key) {
             if (p.number == n) {
                 QStringList files;
                 for (int r : list.SelectedRows())
-                    files << list.CellText(r, InCol::Path) + u'/' + list.CellText(r, InCol::FileName);
+                    files << InputRowPath(list, r);
                 StartExternalProgram(p.path, files, AppPrompt());
             }
     }

@@ -85,7 +85,7 @@ QString InputShortcuts::CurrentFile() const {
     const int r = list.CurRow();
     if (r < 1 || r > list.Rows())
         return QString();
-    return list.CellText(r, InCol::Path) + u'/' + list.CellText(r, InCol::FileName);
+    return InputRowPath(list, r);
 }
 
 void InputShortcuts::OpenCurrentWith(const QString& program) {

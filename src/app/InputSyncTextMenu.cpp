@@ -17,7 +17,7 @@
 namespace {
 
 QString RowSong(const DataGrid& list, int r) {
-    return list.CellText(r, InCol::Path) + u'/' + list.CellText(r, InCol::FileName);
+    return InputRowPath(list, r);
 }
 
 } // namespace

@@ -224,8 +224,7 @@ MarksPanel::MarksPanel(InputDataPage* page, ListProgress* progress, QWidget* par
         ::btnTab1_HighlightLink(
             *lp,
             [&linked](const DataGrid& g, int r) {
-                return !linked.isEmpty() &&
-                       linked.contains(g.CellText(r, InCol::Path) + u'/' + g.CellText(r, InCol::FileName));
+                return !linked.isEmpty() && linked.contains(InputRowPath(g, r));
             },
             NoMsg(), env());
     });

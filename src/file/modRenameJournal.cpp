@@ -237,7 +237,7 @@ UndoOutcome UndoLastBatch(DataGrid* list, const QString& journalPath, const List
     if (list) {
         rows.reserve(list->Rows());
         for (int r = 1; r <= list->Rows(); ++r)
-            rows.insert(list->CellText(r, InCol::Path) + u'/' + list->CellText(r, InCol::FileName), r);
+            rows.insert(InputRowPath(*list, r), r);
     }
     std::vector<JournalEntry> left;
     State().AbortRequested = false;

@@ -172,3 +172,15 @@ inline constexpr std::array<InputColumnDef, InCol::Count> kInputColumns = {{
     {"Mood", 1294, 600, Align::Left, SortType::Text},
     {"DateTime", 167, 1000, Align::Left, SortType::Date},
 }};
+
+// The full path of the file of data-list row `row`: its folder, "/", its file name.
+inline QString InputRowPath(const DataGrid& list, int row) {
+    const QStringView folder = list.CellView(row, InCol::Path);
+    const QStringView name = list.CellView(row, InCol::FileName);
+    QString path;
+    path.reserve(folder.size() + 1 + name.size());
+    path += folder;
+    path += QLatin1Char('/');
+    path += name;
+    return path;
+}

@@ -99,7 +99,7 @@ RereadResult RereadRowsOfFolder(DataGrid& list, const QString& folder, bool with
     int n = 0;
     for (int r : rows) {
         env.SetProgress(++n);
-        const QString path = list.CellText(r, InCol::Path) + u'/' + list.CellText(r, InCol::FileName);
+        const QString path = InputRowPath(list, r);
         const int type = engine.OpenFile(path);
         if (type == 0) {
             list.SetCellText(r, InCol::FTag, Mark::Failed);

@@ -20,17 +20,6 @@ namespace {
 // The mark of a row whose file is gone, as the check of a loaded list sets it.
 const QLatin1String kGoneMark("_#-/->");
 
-QString RowPath(const DataGrid& list, int row) {
-    const QStringView folder = list.CellView(row, InCol::Path);
-    const QStringView name = list.CellView(row, InCol::FileName);
-    QString p;
-    p.reserve(folder.size() + 1 + name.size());
-    p += folder;
-    p += QLatin1Char('/');
-    p += name;
-    return p;
-}
-
 struct BusyFlags {
     BusyFlags() { State().ScanRunning = true; }
     ~BusyFlags() { State().ScanRunning = false; }
@@ -76,7 +65,7 @@ RefreshResult RefreshChanged(DataGrid& list, TagEngine& engine, Prompt& prompt, 
     for (int row = 1; row <= res.rows; ++row) {
         if (row % 512 == 0 && hooks.pump)
             hooks.pump();
-        QString path = RowPath(list, row);
+        QString path = InputRowPath(list, row);
         const QString now = FileStampText(path);
         if (now.isEmpty()) {
             ++res.missing;

@@ -434,19 +434,11 @@ ScanResult UpdateList(DataGrid& list, TagEngine& engine, Prompt& prompt, const S
     if (!ListNotEmpty(list, prompt))
         return res;
     ScanFlags flags;
-    // The paths of the rows that stand in the list (the hidden copy of the old program).
+    // The files of the rows that stand in the list now.
     QStringList paths;
     paths.reserve(list.Rows());
-    for (int r = 1; r <= list.Rows(); ++r) {
-        const QStringView folder = list.CellView(r, InCol::Path);
-        const QStringView name = list.CellView(r, InCol::FileName);
-        QString p;
-        p.reserve(folder.size() + 1 + name.size());
-        p += folder;
-        p += QLatin1Char('/');
-        p += name;
-        paths.append(std::move(p));
-    }
+    for (int r = 1; r <= list.Rows(); ++r)
+        paths.append(InputRowPath(list, r));
     res.entries = int(paths.size());
     list.LockUpdate(true);
     // The old rows stay until their files have been read again: the new rows go behind

@@ -55,7 +55,7 @@ void HandOver(const QString& path, PlayEnv& env) {
 }
 
 QString InputSongPath(const DataGrid& input, int row) {
-    return input.CellText(row, InCol::Path) + u'/' + input.CellText(row, InCol::FileName);
+    return InputRowPath(input, row);
 }
 
 int PlayInputRows(const DataGrid& input, const std::vector<int>& rows, const QString& fileName,

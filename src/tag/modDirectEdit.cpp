@@ -145,7 +145,7 @@ bool DirectEditCell(DataGrid& list, int row, int column, QString& text, bool esc
 bool LinkToTag(DataGrid& list, int row, const QString& link, TagEngine& engine, Prompt& prompt) {
     if (row < 1 || row > list.Rows())
         return false;
-    const QString path = list.CellText(row, InCol::Path) + u'/' + list.CellText(row, InCol::FileName);
+    const QString path = InputRowPath(list, row);
     if (engine.OpenFile(path) == 0) {
         prompt.Tell(engine.LastError(), Prompt::Icon::Critical);
         return false;

@@ -37,10 +37,6 @@ bool Passes(const DataGrid& list, int row, const QString& filter) {
     return filter.isEmpty() || list.CellView(row, InCol::FTag) == filter;
 }
 
-QString RowPath(const DataGrid& list, int row) {
-    return list.CellText(row, InCol::Path) + u'/' + list.CellText(row, InCol::FileName);
-}
-
 bool LinkTypes(int type);
 
 // Rating or mood in the program's own user text frames of V2 ("QLT..." and "MOOD...");
@@ -138,7 +134,7 @@ TagCommandResult SetTextInTag(DataGrid& list, int column, const QString& text, c
         env.SetProgress(++n);
         if (!Passes(list, row, markFilter))
             continue;
-        const QString path = RowPath(list, row);
+        const QString path = InputRowPath(list, row);
         const int type = engine.OpenFile(path);
         journal.Before(engine, path);
         const int r = type == 0 ? 0 : WriteColumn(engine, type, column, text, path);
@@ -181,7 +177,7 @@ TagCommandResult RemoveInvalidLinks(DataGrid& list, const QString& markFilter, b
             break;
         if (!Passes(list, row, markFilter))
             continue;
-        const QString path = RowPath(list, row);
+        const QString path = InputRowPath(list, row);
         bool opened = false, changed = false, unreadable = false;
         for (int i = 0; i < int(kLinks.size()); ++i) {
             const int col = InCol::TagComposer + i;
@@ -256,7 +252,7 @@ TagCommandResult FilenameToTagRows(DataGrid& list, int set, bool withTrack, cons
         env.SetProgress(++n);
         if (!Passes(list, row, markFilter))
             continue;
-        const QString path = RowPath(list, row);
+        const QString path = InputRowPath(list, row);
         const int type = engine.OpenFile(path);
         journal.Before(engine, path);
         const bool saved = type != 0 && SaveNameToSet(engine, path, type, list.CellText(row, InCol::FileName),

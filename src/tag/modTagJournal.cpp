@@ -315,7 +315,7 @@ UndoOutcome UndoTagBatch(DataGrid* list, DataGrid* tagList, const QString& journ
     QHash<QString, int> rows, tagRows;
     if (list)
         for (int r = 1; r <= list->Rows(); ++r)
-            rows.insert(list->CellText(r, InCol::Path) + u'/' + list->CellText(r, InCol::FileName), r);
+            rows.insert(InputRowPath(*list, r), r);
     if (tagList)
         for (int r = 1; r <= tagList->Rows(); ++r)
             tagRows.insert(TagRowPath(*tagList, r), r);
