@@ -73,7 +73,9 @@ FileRead ReadPool::Take(int i, const std::function<void()>& idle) {
             m_roomMark = m_taken;
             m_roomCv.notify_all();
         }
-        m_wantUpTo = std::min(i + std::max(1, m_window / 4), m_count - 1);
+        // A quarter of the window further on, but never beyond what the window lets the
+        // readers reach before entry i is taken (a small window would only poll).
+        m_wantUpTo = std::min({i + std::max(1, m_window / 4), i + m_window - 1, m_count - 1});
         m_ownerWaiting = true;
         while (!s.ready) {
             if (m_threads.empty())
